@@ -1,0 +1,119 @@
+// The section writer.
+#include "save/section_writer.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "front/trace.h"
+#include "save/number_text.h"
+#include "tree/real_section.h"
+
+namespace confgrove {
+namespace {
+
+// Whether the last thing written in this process finished a section: a comment then gets a blank
+// line above it. Carried over from one save to the next; WriteSection alone writes it.
+bool AfterSection = false;
+
+void WriteTabs(std::int32_t depth, std::string* out) {
+  out->append(static_cast<std::size_t>(std::max(depth, 0)), '\t');
+}
+
+std::int32_t Length(const PoolText& text) { return static_cast<std::int32_t>(text.size()); }
+
+// The length that a section's line is taken to have up to the end of its value.
+std::int32_t MeasureSection(const RealSection& section) {
+  const std::int32_t name_length = Length(section.name);
+  switch (section.type) {
+    case SectionType::None: return name_length;
+    case SectionType::String: return name_length + Length(section.value) + 5;
+    case SectionType::Link: return name_length + Length(section.value) + 4;
+    case SectionType::Number: break;
+  }
+  std::int32_t width = name_length + (section.numbers.size() > 1 ? 4 : 2);
+  for (const double number : section.numbers) width += TrimmedLength(number) + 1;
+  return width;
+}
+
+void WriteNumbers(const NumberList& numbers, std::string* out) {
+  *out += " = ";
+  if (numbers.size() == 0) {
+    TraceHandler(LevelWarning, "empty array detected, setting zero value");
+    *out += '0';
+    return;
+  }
+  if (numbers.size() > 1) *out += '[';
+  bool first = true;
+  for (const double number : numbers) {
+    if (!first) *out += ',';
+    first = false;
+    AppendNumber(number, out);
+  }
+  if (numbers.size() > 1) *out += ']';
+}
+
+void WriteValue(const RealSection& section, std::string* out) {
+  switch (section.type) {
+    case SectionType::None: break;
+    case SectionType::String: out->append(" = \"").append(section.value.view()).append("\""); break;
+    case SectionType::Link: out->append(" = @").append(section.value.view()); break;
+    case SectionType::Number: WriteNumbers(section.numbers, out); break;
+  }
+}
+
+void WriteSection(const RealSection& section, std::int32_t depth, std::int32_t max_width,
+                  std::string* out) {
+  if (!section.HasEntries() && section.type == SectionType::None) {
+    TraceHandler(LevelWarning, "[%s] - trying to save blank section without property. skipped\n",
+                 section.name.c_str());
+    return;
+  }
+  if (!section.comment().empty() && AfterSection) *out += '\n';
+  WriteComment(section.comment().c_str(), depth, out);
+  WriteTabs(depth, out);
+  *out += section.name.view();
+  WriteValue(section, out);
+  if (!section.inline_comment().empty()) {
+    const std::int32_t blanks = max_width - MeasureSection(section) + 1;
+    out->append(static_cast<std::size_t>(std::max(blanks, 0)), ' ');
+    out->append("#").append(section.inline_comment().view());
+  }
+  *out += '\n';
+  if (section.HasEntries()) {
+    WriteTabs(depth, out);
+    *out += "{\n";
+    AfterSection = false;
+    WriteSiblings(section, depth + 1, out);
+    WriteTabs(depth, out);
+    *out += "}\n";
+  }
+  AfterSection = true;
+}
+
+}  // namespace
+
+void WriteComment(const char* comment, std::int32_t depth, std::string* out) {
+  while (const char* line_end = std::strchr(comment, '\n')) {
+    WriteTabs(depth, out);
+    *out += '#';
+    out->append(comment, line_end + 1);
+    comment = line_end + 1;
+  }
+}
+
+void WriteSiblings(const RealSection& parent, std::int32_t depth, std::string* out) {
+  const std::int32_t count = parent.child_count();
+  std::int32_t max_width = 0;
+  bool aligns = false;  // measuring is work, and only inline comments need it
+  for (std::int32_t i = 0; i < count && !aligns; ++i) {
+    aligns = !parent.children->at(i)->inline_comment().empty();
+  }
+  for (std::int32_t i = 0; i < count && aligns; ++i) {
+    max_width = std::max(max_width, MeasureSection(*parent.children->at(i)));
+  }
+  for (std::int32_t i = 0; i < count; ++i) {
+    WriteSection(*parent.children->at(i), depth, max_width, out);
+  }
+}
+
+}  // namespace confgrove

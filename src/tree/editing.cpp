@@ -1,0 +1,99 @@
+// Changing the shape of a tree, and listing it.
+#include <cassert>
+
+#include "front/trace.h"
+#include "tree/real_section.h"
+#include "tree/text.h"
+
+namespace confgrove {
+
+bool RealSection::RemoveSection(const char* path) {
+  assert(path != nullptr);
+  if (read_only) {
+    if (TraceLevel > 0) {
+      TraceHandler(LevelError, "section '%s' is 'read-only', cannot remove subsection '%s'",
+                   name.c_str(), path);
+    }
+    return false;
+  }
+  std::string_view rest = WithoutBlanks(path);
+  if (rest.empty()) return parent != nullptr && parent->RemoveChild(name.view());
+  RealSection* holder = this;
+  for (;;) {
+    const std::size_t dot = rest.find('.');
+    const std::string_view component = rest.substr(0, dot);
+    RealSection* found = holder->FindChild(HashedName(component));
+    if (found == nullptr) {
+      holder->entry_left = true;
+      TraceHandler(LevelFailedLookup, "cannot find sub_section:%s", std::string(component).c_str());
+      return false;
+    }
+    if (dot == std::string_view::npos) break;
+    holder = found;
+    rest.remove_prefix(dot + 1);
+  }
+  holder->RemoveChild(rest);
+  return true;
+}
+
+// Destroys the child of that name, which may be the text of its own `name`.
+bool RealSection::RemoveChild(std::string_view child_name) {
+  if (read_only) {
+    if (TraceLevel > 0) {
+      TraceHandler(LevelError, "section '%s' is 'read-only', cannot remove subsection '%s'",
+                   name.c_str(), std::string(child_name).c_str());
+    }
+    return false;
+  }
+  const RealSection* child = FindChild(HashedName(child_name));
+  if (child == nullptr) return false;
+  children->Remove(child->index)->Release(TreePool());
+  return true;
+}
+
+bool RealSection::SetName(const char* new_name, const char* path, std::int32_t child_index) {
+  assert(new_name != nullptr && path != nullptr);
+  if (read_only) {
+    if (TraceLevel > 0) {
+      TraceHandler(LevelError, "section '%s' is 'read-only'. cannot set name '%s'", name.c_str(),
+                   new_name);
+    }
+    return false;
+  }
+  const std::string own_copy(WithoutBlanks(new_name));
+  if (own_copy.empty()) return false;
+  RealSection* target = FindByIndex(path, child_index);
+  return target != nullptr && target->Rename(own_copy);
+}
+
+bool RealSection::Rename(std::string_view new_name) {
+  if (new_name == name.view()) return true;
+  if (parent->FindChild(HashedName(new_name)) != nullptr) return false;
+  parent->children->Rename(index, new_name, TreePool());
+  return true;
+}
+
+const char* RealSection::GetName(const char* path, std::int32_t child_index) {
+  const RealSection* found = FindByIndex(path, child_index);
+  return found != nullptr ? found->name.c_str() : nullptr;
+}
+
+Section* RealSection::GetSection(const char* path, std::int32_t child_index) {
+  return FindByIndex(path, child_index);
+}
+
+std::int32_t RealSection::GetSectionCount(const char* path) {
+  assert(path != nullptr);
+  const RealSection* found = FindSection(path);
+  return found != nullptr ? found->child_count() : -1;
+}
+
+// The section at `path`, or its child with that index if it isn't negative; null if there is none.
+RealSection* RealSection::FindByIndex(const char* path, std::int32_t child_index) {
+  assert(path != nullptr);
+  RealSection* found = FindSection(path);
+  if (found == nullptr || child_index < 0) return found;
+  return child_index < found->child_count() ? found->children->at(child_index) : nullptr;
+}
+
+}  // namespace confgrove

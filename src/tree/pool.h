@@ -1,0 +1,60 @@
+// Pool: the memory of one tree.
+#ifndef CONFGROVE_TREE_POOL_H
+#define CONFGROVE_TREE_POOL_H
+
+#include <array>
+#include <cstddef>
+
+namespace confgrove {
+
+// A tree consists of many small pieces that mostly go all at once. So they are cut from blocks, and
+// with the pool the blocks are released, without a walk over the pieces. A piece that is freed
+// earlier waits for the next of its size. Large pieces have blocks of their own.
+class Pool {
+ public:
+  Pool() = default;
+  Pool(const Pool&) = delete;
+  Pool& operator=(const Pool&) = delete;
+  ~Pool();
+
+  // Memory for `size` bytes, aligned for pointers and doubles. Throws std::bad_alloc. What stands
+  // in it gets no destructor call from the pool.
+  void* Allocate(std::size_t size);
+
+  // Takes back what Allocate gave for the same size.
+  void Free(void* piece, std::size_t size);
+
+  template <typename T>
+  T* AllocateArray(std::size_t count) {
+    return static_cast<T*>(Allocate(count * sizeof(T)));
+  }
+
+  // The size that a piece for `size` bytes really has.
+  static std::size_t Capacity(std::size_t size) { return (size + Unit - 1) / Unit * Unit; }
+
+ private:
+  static constexpr std::size_t Unit = sizeof(double);
+  static constexpr std::size_t LargestSmall = 512;
+
+  struct Piece {
+    Piece* next;
+  };
+  struct Block {  // its memory stands behind it
+    Block* next;
+    Block* previous;
+  };
+
+  void* AllocateLarge(std::size_t size);
+  void AddBlock();
+
+  char* free_ = nullptr;  // what is left of the newest block
+  std::size_t free_size_ = 0;
+  std::size_t block_size_ = 1024;  // of the next block
+  Block* blocks_ = nullptr;
+  Block* large_ = nullptr;
+  std::array<Piece*, LargestSmall / Unit + 1> freed_{};  // by size in units
+};
+
+}  // namespace confgrove
+
+#endif

@@ -1,0 +1,122 @@
+// RealSection: the node of a tree.
+#ifndef CONFGROVE_TREE_REAL_SECTION_H
+#define CONFGROVE_TREE_REAL_SECTION_H
+
+#include <confgrove/section.h>
+
+#include <cstdint>
+#include <string_view>
+
+#include "tree/children.h"
+#include "tree/link_trail.h"
+#include "tree/number_list.h"
+#include "tree/pool_text.h"
+
+namespace confgrove {
+
+// One section with its value, its comments and its children. The parser fills the fields directly.
+//
+// All memory of a tree, the nodes below the root included, is its root's pool: it goes with the
+// root at once, and what is removed before then is given back by Release. So a node needs no
+// destructor, and none is called.
+class RealSection : public virtual Section {
+ public:
+  explicit RealSection(bool is_read_only) : read_only(is_read_only) {}
+  RealSection(const RealSection&) = delete;
+  RealSection& operator=(const RealSection&) = delete;
+  ~RealSection() override = default;
+
+  Section* GetTop() override;
+
+  const char* GetString(const char* path) override;
+  bool GetDouble(double* out, const char* path) override;
+  bool GetInt(std::int32_t* out, const char* path) override;
+  bool GetBool(bool* out, const char* path) override;
+  std::int32_t GetDoubles(double* buffer, std::int32_t size, const char* path) override;
+  std::int32_t GetInts(std::int32_t* buffer, std::int32_t size, const char* path) override;
+  SectionType GetType(const char* path) override;
+  const char* GetComment(const char* path, bool inline_comment) override;
+
+  bool SetString(const char* text, const char* path) override;
+  bool SetDouble(double number, const char* path) override;
+  bool SetDoubles(const double* values, std::int32_t count, const char* path) override;
+  bool SetInt(std::int32_t number, const char* path) override;
+  bool SetBool(bool truth, const char* path) override;
+  bool SetInts(const std::int32_t* values, std::int32_t count, const char* path) override;
+  bool SetLink(const char* target, const char* path) override;
+  bool SetComment(const char* text, const char* path, bool inline_comment) override;
+
+  bool RemoveSection(const char* path) override;
+  const char* GetName(const char* path, std::int32_t child_index) override;
+  bool SetName(const char* new_name, const char* path, std::int32_t child_index) override;
+  Section* GetSection(const char* path, std::int32_t child_index) override;
+  std::int32_t GetSectionCount(const char* path) override;
+
+  // The section at `path`, links not followed; null, with a message, if there is none. A root looks
+  // in its imports too.
+  virtual RealSection* FindSection(std::string_view path);
+
+  std::int32_t child_count() const { return children != nullptr ? children->size() : 0; }
+
+  // The child of that name; null, without a message, if there is none.
+  RealSection* FindChild(const HashedName& child_name) const {
+    return children != nullptr ? children->Find(child_name) : nullptr;
+  }
+
+  // Makes a child, behind the others. None of that name may exist. `pool` is the tree's, here and
+  // below.
+  RealSection* AddChild(const HashedName& child_name, bool child_read_only, Pool& pool);
+
+  void SetComment(std::string_view text, bool is_inline, Pool& pool);
+
+  // Whether this section was ever asked for a child, found or not, or had one: saved, it then has a
+  // block, if an empty one.
+  bool HasEntries() const { return entry_left || children != nullptr; }
+
+  const PoolText& comment() const { return comments != nullptr ? comments->above : NoComment; }
+  const PoolText& inline_comment() const {
+    return comments != nullptr ? comments->behind : NoComment;
+  }
+
+  // What it is.
+  PoolText name;
+  RealSection* parent = nullptr;  // not owned; null on a root
+  std::int32_t index = 0;         // place among the siblings; Children keeps it
+  bool read_only;                 // changes asked of this section are refused
+
+  // A lookup that failed here has left its mark.
+  bool entry_left = false;
+
+  // What it holds. `type` says which of `value` and `numbers` counts; the other may keep old data.
+  SectionType type = SectionType::None;
+  PoolText value;      // a text, or the path of a link's target
+  NumberList numbers;  // at least one in a Number section
+  LinkTrail::Mark link_trail_mark = 0;
+  Children* children = nullptr;  // null: never had one
+
+ protected:
+  // Sets `name`, and the key under which the section is known. False if that is taken.
+  virtual bool Rename(std::string_view new_name);
+
+ private:
+  struct Comments {
+    PoolText above;   // lines, each ending in LF
+    PoolText behind;  // on the section's own line
+  };
+  static const PoolText NoComment;
+
+  RealSection* Top();
+  Pool& TreePool();  // from the root
+  void Release(Pool& pool);
+  RealSection* MakeSection(std::string_view path);
+  RealSection* BeginSet(const char* path);
+  bool RemoveChild(std::string_view child_name);
+  RealSection* FindTarget(const char* path);
+  RealSection* FindByIndex(const char* path, std::int32_t child_index);
+
+  Comments* comments = nullptr;  // null: none
+};
+
+}  // namespace confgrove
+
+#endif

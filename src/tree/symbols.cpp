@@ -1,0 +1,69 @@
+// Cleaning and testing text.
+#include <confgrove/symbols.h>
+
+#include <algorithm>
+#include <array>
+
+#include "front/trace.h"
+#include "tree/text.h"
+
+namespace confgrove {
+namespace {
+
+constexpr std::array<bool, 256> MakePathBytes() {
+  std::array<bool, 256> accepted{};
+  for (int i = 0; i < 256; ++i) {
+    const char c = static_cast<char>(i);
+    accepted[static_cast<std::size_t>(i)] =
+        IsAsciiLetter(c) || IsDigit(c) || IsCyrillic(c) || c == '_' || c == '.';
+  }
+  return accepted;
+}
+
+constexpr std::array<bool, 256> PathBytes = MakePathBytes();
+
+bool Refuse(const char* fault) {
+  TraceHandler(LevelError, fault);
+  return false;
+}
+
+}  // namespace
+
+std::string_view WithoutBlanks(std::string_view text) {
+  const std::size_t first = text.find_first_not_of(' ');
+  if (first == std::string_view::npos) return text;
+  return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+bool CheckPathBegin(char first) {
+  if (IsDigit(first)) return Refuse("section cannot begin with number");
+  if (first == '.') return Refuse("path cannot begin with '.'");
+  return true;
+}
+
+bool CheckPath(std::string_view path) {
+  if (path.empty()) return true;
+  if (!CheckPathBegin(path.front())) return false;
+  for (const char c : path) {
+    if (!PathBytes[static_cast<unsigned char>(c)]) return Refuse("unknown symbol in the path");
+  }
+  return true;
+}
+
+}  // namespace confgrove
+
+std::string& Symbols::clear_blanks(std::string& text) {
+  const std::string_view kept = confgrove::WithoutBlanks(text);
+  const auto begin = static_cast<std::size_t>(kept.data() - text.data());
+  text.erase(begin + kept.size());
+  text.erase(0, begin);
+  return text;
+}
+
+std::string& Symbols::clear_ctrl(std::string& text) {
+  const auto is_control = [](char c) { return (c >= 0 && c < 0x20) || c == 0x7F; };
+  text.erase(std::remove_if(text.begin(), text.end(), is_control), text.end());
+  return text;
+}
+
+bool Symbols::check_path(std::string& path) { return confgrove::CheckPath(path); }

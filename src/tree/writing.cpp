@@ -1,0 +1,141 @@
+// Changing values, and making sections along a path.
+#include <algorithm>
+#include <cassert>
+#include <memory>
+#include <new>
+#include <string>
+
+#include "front/trace.h"
+#include "tree/limits.h"
+#include "tree/real_section.h"
+#include "tree/text.h"
+
+namespace confgrove {
+namespace {
+
+std::int32_t DepthOf(const RealSection* section) {
+  std::int32_t depth = 0;
+  for (; section->parent != nullptr; section = section->parent) ++depth;
+  return depth;
+}
+
+bool RefuseNumbers() {
+  TraceHandler(LevelError, "bad data during setting array of doubles");
+  return false;
+}
+
+}  // namespace
+
+// Finds the section at `path` in this tree, or makes it with all that is missing on the way. Null,
+// with a message, if the path is refused; what was made by then stays.
+RealSection* RealSection::MakeSection(std::string_view path) {
+  path = WithoutBlanks(path);
+  if (path.empty()) return this;
+  if (!CheckPath(path)) return nullptr;
+  RealSection* current = this;
+  std::int32_t made_depth = 0;  // of the section made last; 0 as long as none was
+  for (;;) {
+    const std::size_t dot = path.find('.');
+    const HashedName component(path.substr(0, dot));
+    RealSection* child = made_depth > 0 ? nullptr : current->FindChild(component);
+    if (child == nullptr) {
+      if (made_depth == 0) made_depth = DepthOf(current);
+      if (++made_depth > MaxDepth) {
+        TraceHandler(LevelError, "nesting too deep");
+        return nullptr;
+      }
+      child = current->AddChild(component, read_only, TreePool());
+    }
+    if (dot == std::string_view::npos) return child;
+    current = child;
+    path.remove_prefix(dot + 1);
+    // Behind a section just made, the rest is a path in its own right: its bytes are known to be
+    // sound, its beginning isn't, and with nothing left that section is the target.
+    if (made_depth > 0) {
+      if (path.empty()) return current;
+      if (!CheckPathBegin(path.front())) return nullptr;
+    }
+  }
+}
+
+// What the setters of values begin with: the section to change, or null if there is a refusal.
+RealSection* RealSection::BeginSet(const char* path) {
+  assert(path != nullptr);
+  if (!read_only) return MakeSection(path);
+  if (TraceLevel > 0) {
+    TraceHandler(LevelError, "section '%s' is 'read-only', cannot set parameter: %s", name.c_str(),
+                 path);
+  }
+  return nullptr;
+}
+
+bool RealSection::SetString(const char* text, const char* path) {
+  assert(text != nullptr);
+  RealSection* target = BeginSet(path);
+  if (target == nullptr) return false;
+  target->value.Assign(text, TreePool());
+  target->type = SectionType::String;
+  return true;
+}
+
+bool RealSection::SetLink(const char* target_path, const char* path) {
+  assert(target_path != nullptr);
+  RealSection* target = BeginSet(path);
+  if (target == nullptr) return false;
+  target->value.Assign(target_path, TreePool());
+  target->type = SectionType::Link;
+  return true;
+}
+
+bool RealSection::SetDouble(double number, const char* path) {
+  RealSection* target = BeginSet(path);
+  if (target == nullptr) return false;
+  target->numbers.Assign(&number, 1, TreePool());
+  target->type = SectionType::Number;
+  return true;
+}
+
+bool RealSection::SetDoubles(const double* values, std::int32_t count, const char* path) {
+  // A read-only section says so whatever the data is.
+  if (!read_only && (values == nullptr || count < 1)) return RefuseNumbers();
+  RealSection* target = BeginSet(path);
+  if (target == nullptr) return false;
+  target->numbers.Assign(values, static_cast<std::size_t>(count), TreePool());
+  target->type = SectionType::Number;
+  return true;
+}
+
+bool RealSection::SetInt(std::int32_t number, const char* path) { return SetDouble(number, path); }
+
+bool RealSection::SetBool(bool truth, const char* path) { return SetInt(truth ? 1 : 0, path); }
+
+bool RealSection::SetInts(const std::int32_t* values, std::int32_t count, const char* path) {
+  if (values == nullptr || count < 1) return RefuseNumbers();
+  const auto size = static_cast<std::size_t>(count);
+  const std::unique_ptr<double[]> converted(new (std::nothrow) double[size]);
+  if (converted == nullptr) return false;
+  std::copy_n(values, size, converted.get());
+  return SetDoubles(converted.get(), count, path);
+}
+
+bool RealSection::SetComment(const char* text, const char* path, bool is_inline) {
+  assert(text != nullptr && path != nullptr);
+  if (read_only) {
+    if (TraceLevel > 0) {
+      TraceHandler(LevelError, "section '%s' is 'read-only', cannot set comment '%s'", name.c_str(),
+                   text);
+    }
+    return false;
+  }
+  RealSection* target = MakeSection(path);
+  if (target == nullptr) return false;
+  std::string_view comment = text;
+  if (is_inline) {
+    target->SetComment(comment.substr(0, comment.find('\n')), true, TreePool());
+  } else {
+    target->SetComment(std::string(comment) + '\n', false, TreePool());
+  }
+  return true;
+}
+
+}  // namespace confgrove

@@ -1,0 +1,225 @@
+// The format as it is read: trees, and every error and warning with its place.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <sstream>
+
+#include "support.h"
+
+using namespace std::string_literals;
+using namespace std::string_view_literals;
+
+namespace {
+
+// All messages of a load of `t`. "t2! x" stands for the error x at line 2 of t.cfg, "in3? x" for a
+// warning in in.cfg; other rows go as they are.
+std::string Messages(const std::string& rows) {
+  std::string all = "2 Translating config file: t\n", row;
+  int counts[] = {0, 0};
+  for (std::istringstream lines(rows); std::getline(lines, row); all += row + "\n") {
+    const std::size_t digit = row.find_first_of("0123456789"), mark = row.find_first_of("!?");
+    if (mark == std::string::npos) continue;
+    const bool warning = row[mark] == '?';
+    counts[warning]++;
+    row = (warning ? "2 " : "1 ") + row.substr(0, digit) + ".cfg(" +
+          row.substr(digit, mark - digit) + (warning ? "), warning:" : "), error:") +
+          row.substr(mark + 1);
+  }
+  return all + "3 " + std::to_string(counts[0]) + " error(s), " + std::to_string(counts[1]) +
+         " warning(s)\n";
+}
+
+struct LoadCase {
+  std::string_view text;
+  std::string messages, tree = "null";
+  const char* imported = "";  // what in.cfg holds
+};
+
+void ExpectLoads(std::initializer_list<LoadCase> cases) {
+  for (const LoadCase& c : cases) {
+    SCOPED_TRACE(c.text);
+    const TempDir dir;
+    dir.WriteFile("in.cfg", c.imported);
+    TraceLog log;
+    const ConfigPtr config = ParseText("t", std::string(c.text));
+    EXPECT_EQ(log.Text(), Messages(c.messages));
+    EXPECT_EQ(DumpTree(config.get()), c.tree);
+  }
+}
+
+std::string Repeat(int count, const std::string& text) {
+  std::string all;
+  while (count-- > 0) all += text;
+  return all;
+}
+
+}  // namespace
+
+TEST(Parser, SoundTexts) {
+  ExpectLoads({
+      {"", "", ""},
+      {"a = 1 b\n=\n\"x\" c { d = 2 }e=3{ f = 4 } { A = 5 } A = 6 B ", "",
+       "a=1 b=\"x\" c{d=2} e=3{f=4 A=5} A=6 B"},
+      {"a = 0x10=5 b\t=\f\"\\\" c = \"\" d = \"#{}/*\t\x80\" e = [,1] f = [\n2\n3.5]", "",
+       "a=0 x10=5 b=\"\\\" c=\"\" d=\"#{}/*\t\x80\" e=1 f=[2,3.5]"},
+      {"b = 1 x { c = 2 } a=@b d = @x.c e=@e f = @b{ g = 3 }", "", "b=1 x{c=2} a=1 d=2 e f=1{g=3}"},
+      {"/**/a = 1/***/b = 2/* x **/c = 3/* y *//* # \" { */d = 4 /", "", "a=1 b=2 c=3 d=4"},
+      {"// a = 1\n/x b = 2 /\n# c\nd ", "", "a=1 b=2 ( c|)d"},  // a slash takes a byte with it
+      {"a = 1 /*\n*/ # b\nc = 2 /*\n*/\n# d\ne ", "", "a=1#( b) c=2 ( d|)e"},
+      {"a # b\nc\n#d\n#\ne { f = 1 # g\nh = 2 } # i\n{ j = 3 } # k\nx { # l\ny = 1 }", "",
+       "a#( b) c (d||)e{f=1#( g) h=2 j=3}#( k) x{( l|)y=1}"},
+      {"a = 1 # b\r\n# c\rd = 2\r\n#\r\ne ", "", "a=1#( b) ( c|)d=2 (|)e"},
+      {"a = 1 \0# c\nb\0=\0002 b = 3"sv, "", "a=1 ( c|)b=2 b=3"},  // NUL ends lines; it is a letter
+      {"a = 1 b # c", "", "a=1 b"},  // the end of the file takes a comment and a name with it
+      {"a = 1 b", "", "a=1"},
+      {"a = [1 2,,3,]\nb = []\nc = [,]",
+       "t1? unnecessary comma before ']'\nt2? empty array declaration, setting zero value\n"
+       "t3? unnecessary comma before ']'\nt3? empty array declaration, setting zero value",
+       "a=[1,2,3] b=0 c=0"},
+      {"x\n# c\n{ y = 1 }", "t3? comment will be assigned to next section", "x{( c|)y=1}"},
+      {"x { y = 1\n# c\n}z {\n# d\n} # e\nv {\n\n}",
+       "t3? comment skipped\nt5? comment skipped\nt8? blank section", "x{y=1} z ( e|)v"},
+  });
+}
+
+TEST(Parser, FaultyTexts) {
+  const char* const expected = "t1! expected number or \"string\" (may be array) after '='";
+  for (const char* text : {"a =", "a = @a", "a = @", "a = \"x", "a = {", "a = $", "a = # b"}) {
+    ExpectLoads({{text, expected}});
+  }
+  ExpectLoads({
+      // Most errors leave the rest to be read.
+      {"= 1\na\nb = 1\na = 2\n2 @a , ]\nc = # d\ne = @f\ng = @1\nh = \"x\ni = [1 \"s\" @h # c\n,] ="
+       "\n$ /**/ import 1 =\nj { = 1 } =",
+       "t1! unexpected '='\nt1! syntax error\nt3! expected '=' or '{'\nt4! section redefinition\n"
+       "t5! syntax error\nt5! syntax error\nt5! syntax error\nt5! syntax error\n"
+       "t7! expected number or \"string\" (may be array) after '='\n"
+       "7 section 't': cannot find subsection: f\nt7! link to undefined section\n"
+       "t8! illegal char in link definition\nt9! \" outline\n"
+       "t10! syntax error in array declaration\nt10! syntax error in array declaration\n"
+       "t11! syntax error in array declaration\nt11? unnecessary comma before ']'\n"
+       "t11! unexpected '='\nt12! expected \"filename\" after $import directive\n"
+       "t12! unexpected '='\nt13! unexpected '='\nt13! syntax error\nt13! unexpected '='"},
+      {"a\0= 1 b = @a\0 "sv, "1 unknown symbol in the path\nt1! link to undefined section"},
+      {"a = \"x\0b = \"\r="sv, "t1! \" outline\nt2! \" outline\nt3! unexpected '='"},
+      {"/*\r\r\n*/\0=\f\v"sv, "t3! unexpected '='\nt3! illegal char\nt3! unexpected '}'"},
+      {"a = 1 !\n=", "t1! illegal char\nt1! unexpected '}'"},
+      {"x {!\n=", "t1! illegal char\nt1? blank section\nt2! unexpected '='"},
+      {"x { a!\n}", "t1! illegal char\nt1! unexpected '}'\nt2! unexpected '}'"},
+      {"x { a\n} =", "t2! unexpected '}'\nt2! unexpected '='"},
+      {"{ a = 1\n#\n}\n=", "t3! unexpected '}'\nt3? comment skipped"},
+      {"x {\ny {\n", "t3! unexpected end of file\nt3! unexpected end of file"},
+      {"x { a = [1\n", "t2! unexpected end of file\nt2! unexpected end of file"},
+      {"a = [!\n1",
+       "t1! illegal char\nt1! syntax error in array declaration\n"
+       "t2! unexpected end of file"},
+      {"$\n1 =", "t2! syntax error after $"},
+      {"$imports =", "t1! undefined directive after $"},
+      {"x { $foo 1 }\n=", "t1! undefined directive after $\nt1! syntax error\nt1! unexpected '}'"},
+  });
+}
+
+TEST(Parser, Numbers) {
+  std::istringstream cases(
+      "5=5 5.=5 .5=0.5 +5=5 -5=-5 -.5=-0.5 +.5=0.5 007=7 1d3=1000 1D+3=1000 1e3=1000 1.5E-3=0.0015 "
+      "0.1=0.1 4.9e-324=4.9e-324 1e400=inf -1d400=-inf 9007199254740993=9007199254740992 1e=1 "
+      "1d+=1 12.e-=12 .=0 -=0 0.0=0 000=0 -0=-0 0.00=0 -0.0=-0 0000=0 .e55=0 1e-400=0");
+  for (std::string item; cases >> item;) {
+    SCOPED_TRACE(item);
+    const std::size_t split = item.find('=');
+    const double expected = std::strtod(&item[split + 1], nullptr);
+    double value = 99;
+    TraceLog log;
+    EXPECT_TRUE(ParseText("t", "a = " + item.substr(0, split))->GetDouble(&value, "a"));
+    EXPECT_EQ(value, expected);
+    EXPECT_EQ(std::signbit(value), std::signbit(expected));
+    const char* const zero = "t1? cannot parse number, set to zero";  // of four bytes or more
+    EXPECT_EQ(log.Text(), Messages(split > 3 && expected == 0 ? zero : ""));
+  }
+}
+
+TEST(Parser, FaultyNumbers) {
+  for (const std::string row :
+       {"double point, syntax|1.2. 1.e. .1.", "invlaid '.'|1e. 1e5. +1d.",
+        "double '-' before number|-- -e-", "'+-' syntax|+- .- +e- -.-", "'++' syntax|++ .+ -.+",
+        "'-+' syntax|-+ -e+", "'-' or '+' before 'E', 'e', 'd' or 'D'|1- 1.+",
+        "illegal '-' or '+' in exp|1e5- 1e-5+", "'--' before exp|1e-- 1.d--",
+        "'+-' before exp|1e+-", "'-+' before exp|1e-+", "'++' before exp|1e++",
+        "double 'E', 'e', 'd' or 'D'|1ee 1d5D", "exp digits was forgotten|1e -e 12data 1e+",
+        "base digits was forgotten|. + -. -e5"}) {
+    std::istringstream numbers(row.substr(row.find('|') + 1));
+    for (std::string number; numbers >> number;) {
+      ExpectLoads({{"a = " + number + "\n", "t1! " + row.substr(0, row.find('|'))}});
+    }
+  }
+  // What follows the error is another number.
+  ExpectLoads({{"a = 1.2.3", "t1! double point, syntax\nt1! syntax error"},
+               {"a = 0.00.", "t1! double point, syntax\nt1? cannot parse number, set to zero"}});
+}
+
+TEST(Parser, Imports) {
+  ExpectLoads({
+      {"# h\n$ import \"in\"\n# c\na = 1", "", "( h|)( c|)a=1"},
+      {"# h\n$import\"in\"$import\"in.cfg\"", "", ""},  // the last head comment counts
+      {"$import \"in\" # c\nb = 1", "", "( c|)b=1"},
+      {"a\n=1 $import \"in\" # c\n", "", "a=1#( c)"},
+      {"x {\n$import \"in\" y = @i }",
+       "t2? $import must be as possible in root section\n7 section 't': cannot find subsection: i",
+       "x{y=5}", "i = 5"},
+      {"\n$import \"in\" x {\n}", "in2? blank section\nt3? blank section", "x", "y {\n}"},
+      {"$import \"in\"\n=", "in3! unexpected '='\nt1! cannot parse import file\nt2! unexpected '='",
+       "null", "\n\n="},
+      {"=\n$import \"in\"", "t1! unexpected '='\nt2! cannot parse import file"},
+      {"$import \"t\"\n=", "t1! recursive $import"},
+      {"\n$import \"t.cfg\"", "t.cfg2! recursive $import\nt2! cannot parse import file"},
+      {"$import \"in\"\n$import \"in\"\n=", "t2! recursive $import"},
+      {"$import \"in\"", "in2! recursive $import\nt1! cannot parse import file", "null",
+       "\n$import \"t\""},
+      {"# c\n$import \"no\"\n{ $import \"no\"",
+       "1 cannot open import file:no.cfg\nt2! cannot parse import file\n"
+       "t3? comment will be assigned to next section\nt3! recursive $import"},
+  });
+}
+
+TEST(Parser, NestingEndsAt1000Levels) {
+  const std::string open = Repeat(999, "a{"), close = Repeat(999, "}");
+  ExpectLoads({{open + "a=1" + close + " b=1", "", open + "a=1" + close + " b=1"},
+               {open + "a{}" + close, "t1? blank section", open + "a" + close},
+               {Repeat(1000, "a{\n") + "b = 1 =\n=", "t1001! nesting too deep"},
+               {Repeat(200000, "a{"), "t1! nesting too deep"}});
+}
+
+TEST(Parser, ImportChainsEndAt100Files) {
+  const TempDir dir;
+  for (int i = 1; i <= 100; i++) {
+    const std::string next = "$import \"f" + std::to_string(i + 1) + "\"";
+    dir.WriteFile("f" + std::to_string(i) + ".cfg", i == 99 ? "" : next);
+  }
+  EXPECT_NE(ParseText("f0", "$import \"f1\""), nullptr);  // f99 is the last of 100
+  dir.WriteFile("f99.cfg", "$import \"f100\"");
+  TraceLog log(0);
+  EXPECT_EQ(Open("f0"), nullptr);
+  const std::string too_deep = "1 f99.cfg(1), error: imports nested too deep\n1 f98.cfg(1), error:";
+  EXPECT_EQ(log.Text().find(too_deep), 0U);
+  EXPECT_NE(log.Text().find("\n3 100 error(s), 0 warning(s)\n"), std::string::npos);
+}
+
+// The text may end anywhere: there is a tree or an error, the same each time.
+TEST(Parser, TheEndMayComeAnywhere) {
+  const std::string sample =
+      "# h\r\n$import \"in\"\n/* b */a = -1.5e+3 # c\nx { y = [1, 2 .5]\0z = \"s\" { w = 1 } }\n"
+      "l = @x.z # d\nv = 0000 \xC0\xB8{ }\n# e\n{ q = 1 }"s;
+  const TempDir dir;
+  dir.WriteFile("in.cfg", "i = 1");
+  for (std::size_t size = 0; size <= sample.size(); size++) {
+    TraceLog log;
+    std::string runs[2];
+    for (std::string& run : runs) {
+      run = DumpTree(ParseText("t", sample.substr(0, size)).get());
+      run += log.Take();
+      EXPECT_EQ(run.find("null") == 0, run.find(" error: ") != std::string::npos) << run;
+    }
+    EXPECT_EQ(runs[0], runs[1]);
+  }
+}
