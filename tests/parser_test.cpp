@@ -101,9 +101,11 @@ TEST(Parser, FaultyTexts) {
        "t11! syntax error in array declaration\nt11? unnecessary comma before ']'\n"
        "t11! unexpected '='\nt12! expected \"filename\" after $import directive\n"
        "t12! unexpected '='\nt13! unexpected '='\nt13! syntax error\nt13! unexpected '='"},
-      {"a\0= 1 b = @a\0 "sv, "1 unknown symbol in the path\nt1! link to undefined section"},
+      {"a { b = 1 } { b = 2 }", "t1! section redefinition\nt1! syntax error"},
+      {"a = @a\0 "sv, "1 unknown symbol in the path\nt1! link to undefined section"},
+      {"a = @\0 "sv, "1 unknown symbol in the path\nt1! link to undefined section"},
       {"a = \"x\0b = \"\r="sv, "t1! \" outline\nt2! \" outline\nt3! unexpected '='"},
-      {"/*\r\r\n*/\0=\f\v"sv, "t3! unexpected '='\nt3! illegal char\nt3! unexpected '}'"},
+      {"\r\n/*\r\r\n*/\0=\f\v"sv, "t4! unexpected '='\nt4! illegal char\nt4! unexpected '}'"},
       {"a = 1 !\n=", "t1! illegal char\nt1! unexpected '}'"},
       {"x {!\n=", "t1! illegal char\nt1? blank section\nt2! unexpected '='"},
       {"x { a!\n}", "t1! illegal char\nt1! unexpected '}'\nt2! unexpected '}'"},
@@ -197,12 +199,14 @@ TEST(Parser, ImportChainsEndAt100Files) {
     dir.WriteFile("f" + std::to_string(i) + ".cfg", i == 99 ? "" : next);
   }
   EXPECT_NE(ParseText("f0", "$import \"f1\""), nullptr);  // f99 is the last of 100
-  dir.WriteFile("f99.cfg", "$import \"f100\"");
+  dir.WriteFile("f99.cfg", "$import \"f100\" =");
   TraceLog log(0);
   EXPECT_EQ(Open("f0"), nullptr);
-  const std::string too_deep = "1 f99.cfg(1), error: imports nested too deep\n1 f98.cfg(1), error:";
-  EXPECT_EQ(log.Text().find(too_deep), 0U);
-  EXPECT_NE(log.Text().find("\n3 100 error(s), 0 warning(s)\n"), std::string::npos);
+  const std::string faults =
+      "1 f99.cfg(1), error: imports nested too deep\n1 f99.cfg(1), error: unexpected '='\n1 "
+      "f98.cfg";
+  EXPECT_EQ(log.Text().find(faults), 0U);
+  EXPECT_NE(log.Text().find("\n3 101 error(s), 0 warning(s)\n"), std::string::npos);
 }
 
 // The text may end anywhere: there is a tree or an error, the same each time.

@@ -29,11 +29,6 @@ std::string ReadAll(Section* section, const std::string& path) {
 
 const char* const Nothing = "- 0 99 99 1 0 0";
 
-bool HasNumber(const ConfigPtr& config, const char* path) {
-  double number;
-  return config->GetDouble(&number, path);
-}
-
 }  // namespace
 
 TEST(Reading, ValuesThroughLinks) {
@@ -116,19 +111,19 @@ TEST(Reading, LinksFollowedAreRememberedUntilAValueIsReached) {
   config->SetLink("b", "a");
   TraceLog log(0);
   for (int times = 0; times < 2; times++) {
-    EXPECT_FALSE(HasNumber(config, "a"));
+    EXPECT_EQ(config->GetDoubles(nullptr, 0, "a"), 0);
     EXPECT_EQ(log.Take(), "7 section 't': cannot find subsection: b\n");
     EXPECT_EQ(config->GetInts(nullptr, 0, "no"), 0);  // looks nothing up
     EXPECT_NE(config->GetComment("s"), nullptr);
     EXPECT_EQ(config->GetType("a"), SectionType::None);
     EXPECT_EQ(log.Take(), "");  // nor was the target looked up again
-    EXPECT_FALSE(HasNumber(config, "s"));
+    EXPECT_EQ(config->GetDoubles(nullptr, 0, "s"), 0);
   }
-  EXPECT_FALSE(HasNumber(config, "a"));
+  EXPECT_EQ(config->GetDoubles(nullptr, 0, "a"), 0);
   config->SetDouble(1, "b");
-  EXPECT_FALSE(HasNumber(config, "a"));
-  EXPECT_TRUE(HasNumber(other, "n"));  // of whatever configuration
-  EXPECT_TRUE(HasNumber(config, "a"));
+  EXPECT_EQ(config->GetDoubles(nullptr, 0, "a"), 0);
+  EXPECT_EQ(other->GetDoubles(nullptr, 0, "n"), 1);  // of whatever configuration
+  EXPECT_EQ(config->GetDoubles(nullptr, 0, "a"), 1);
 }
 
 TEST(Reading, AChainOf100000Links) {

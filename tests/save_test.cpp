@@ -35,12 +35,12 @@ TEST(Save, BlankLinesAndColumns) {
       "t",
       "#a\na{\n#b\nb #1\n{\n#c\nc=1}\n#d\n#\nd=1e22 #2\ne=1e-7 #3\n}f=1 #4\ng=\"123\" #5\n#h\nh=0\n"
       "i=@a.b #6\nlongest_of_all{}\n");
-  EXPECT_TRUE(c->SetString("\"\n", "f") && c->SetDouble(-10, "g") && c->SetLink("1 x", "h"));
+  EXPECT_TRUE(c->SetString("\"\n", "f") && c->SetDouble(-10, "g") && c->SetLink(" 1 x", "h"));
   EXPECT_EQ(Saved(c.get()),
             "\n#a\na\n{\n\t#b\n\tb                           #1\n\t{\n\t\t#c\n\t\tc = "
             "1\n\t}\n\n\t#d\n\t#\n"
             "\td = 1e+22 #2\n\te = 1e-07                       #3\n}\nf = \"\"\n\"       #4\n"
-            "g = -10        #5\n\n#h\nh = @1 x\ni = @a.b       #6\n");
+            "g = -10        #5\n\n#h\nh = @ 1 x\ni = @a.b       #6\n");
 }
 
 // A blank section is skipped; the name of what isn't there makes a block.
@@ -84,8 +84,8 @@ TEST(SaveDeathTest, FirstOfAProcess) {
 TEST(Save, NumbersAsPrintfGivesThem) {
   TempDir dir;
   std::mt19937_64 random(1);
-  std::vector<double> numbers = {0.,   -0.,  1234.5678, 999999,   999999.5, 1e6,      123456.5,
-                                 1e-4, 1e-5, 1234565,   9.999995, -1.7e308, INFINITY, NAN};
+  std::vector<double> numbers = {0.,   -0.,  1234.5678, 999999,    999999.5, 1e6,      123456.5,
+                                 1e-4, 1e-5, 1234565,   9.9999999, -1.7e308, INFINITY, NAN};
   for (int i = 0; i < 3000; i++) {
     const std::uint64_t bits = random();
     std::memcpy(&numbers.emplace_back(), &bits, sizeof bits);

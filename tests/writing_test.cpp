@@ -92,5 +92,7 @@ TEST(ReadOnly, Refuses) {
     EXPECT_EQ(log.Text(), BadData + (level == 0 ? "" : refusals));
   }
   EXPECT_EQ(DumpTree(c.get()) + dir.ReadFile("t.cfg"), "a{b=1}a{b=1}");
+  const TraceLog log(1);
   EXPECT_TRUE(c.release()->RemoveSection(""));  // the end of a root isn't refused
+  EXPECT_EQ(log.Text(), "");
 }

@@ -9,6 +9,7 @@
 #include <fstream>
 #include <iterator>
 #include <system_error>
+#include <utility>
 
 #include "refusal.h"
 
@@ -19,7 +20,7 @@ constexpr char Separator = static_cast<char>(std::filesystem::path::preferred_se
 
 }  // namespace
 
-FileName::FileName(const std::string& path_of_shell) : shown(path_of_shell) {
+FileName::FileName(std::string path_of_shell) : shown(std::move(path_of_shell)) {
   if (Separator == '/' && shown.find('\\') != std::string::npos) {
     throw Refusal(shown + ": a path with a backslash can't be opened");  // the library turns it
   }

@@ -9,7 +9,7 @@ namespace confgrove::Tool {
 struct FileName {
   // Finds settings and a name with which the library opens the file `path_of_shell` and no other.
   // Refuses a path for which there are none.
-  explicit FileName(const std::string& path_of_shell);
+  explicit FileName(std::string path_of_shell);
 
   // Makes them the settings of the process.
   void Use() const;

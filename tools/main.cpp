@@ -1,6 +1,7 @@
 // The `confgrove` command: its options and commands.
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <cstdio>
 #include <exception>
 #include <functional>
 #include <iostream>
@@ -13,7 +14,23 @@
 namespace confgrove::Tool {
 namespace {
 
-using Command = std::function<int()>;
+// What the calls of all commands hold; each uses its part.
+struct Arguments {
+  std::string file;
+  std::string path;
+  std::string name;
+  std::vector<std::string> files;
+  bool as_type = false;
+  bool as_comment = false;
+  bool as_inline_comment = false;
+  bool as_json = false;
+  bool as_string = false;
+  bool as_link = false;
+  bool allow_comment_loss = false;
+  SetRequest set;
+  FormatRequest format;
+  std::function<int()> command;
+};
 
 // CLI11 splits an argument in brackets and takes "++" for its own. A byte that no argument can hold
 // keeps it from both, and goes when the argument is stored.
@@ -52,92 +69,88 @@ void AddCommentLoss(CLI::App* command, bool* allow) {
                     "Go on though comments that have no place in the tree are lost");
 }
 
-void AddReading(CLI::App* app, Command* run) {
-  static std::vector<std::string> files;
-  static std::string file, path;
-  static bool type = false, comment = false, inline_comment = false, json = false;
-
+void AddReading(CLI::App* app, Arguments* given) {
   CLI::App* const check = app->add_subcommand("check", "Show all errors and warnings of files");
-  AddFiles(check, &files);
-  check->callback([run] { *run = [] { return Check(files); }; });
+  AddFiles(check, &given->files);
+  check->callback([given] { given->command = [given] { return Check(given->files); }; });
 
   CLI::App* const get = app->add_subcommand("get", "Print a value, an array one number a line");
-  AddFile(get, &file);
-  AddPath(get, &path);
-  CLI::Option* const type_flag =
-      get->add_flag("--type", type, "Print its kind: string, number, array, block or none");
+  AddFile(get, &given->file);
+  AddPath(get, &given->path);
+  CLI::Option* const type_flag = get->add_flag(
+      "--type", given->as_type, "Print its kind: string, number, array, block or none");
   CLI::Option* const comment_flag =
-      get->add_flag("--comment", comment, "Print the comment above it")->excludes(type_flag);
-  get->add_flag("--inline", inline_comment, "Print the comment behind it")
+      get->add_flag("--comment", given->as_comment, "Print the comment above it")
+          ->excludes(type_flag);
+  get->add_flag("--inline", given->as_inline_comment, "Print the comment behind it")
       ->excludes(type_flag)
       ->excludes(comment_flag);
-  get->callback([run] {
-    *run = [] {
-      return Get(file, path,
-                 type             ? Question::Type
-                 : comment        ? Question::Comment
-                 : inline_comment ? Question::InlineComment
-                                  : Question::Value);
-    };
+  get->callback([given] {
+    const Question question = given->as_type             ? Question::Type
+                              : given->as_comment        ? Question::Comment
+                              : given->as_inline_comment ? Question::InlineComment
+                                                         : Question::Value;
+    given->command = [given, question] { return Get(given->file, given->path, question); };
   });
 
   CLI::App* const list = app->add_subcommand("list", "Print the sections of a file in their order");
-  AddFile(list, &file);
-  AddText(list, "PATH", &path, "The section to begin at; the whole file without it");
-  list->add_flag("--json", json, "As JSON, with the comments");
-  list->callback([run] { *run = [] { return List(file, path, json); }; });
+  AddFile(list, &given->file);
+  AddText(list, "PATH", &given->path, "The section to begin at; the whole file without it");
+  list->add_flag("--json", given->as_json, "As JSON, with the comments");
+  list->callback([given] {
+    given->command = [given] { return List(given->file, given->path, given->as_json); };
+  });
 
   CLI::App* const imports = app->add_subcommand("imports", "Print the tree of imported files");
-  AddFile(imports, &file);
-  imports->callback([run] { *run = [] { return Imports(file); }; });
+  AddFile(imports, &given->file);
+  imports->callback([given] { given->command = [given] { return Imports(given->file); }; });
 }
 
-void AddWriting(CLI::App* app, Command* run) {
-  static SetRequest set_request;
-  static FormatRequest format_request;
-  static std::string file, path, name;
-  static bool allow_comment_loss = false;
-  static bool as_string = false, as_link = false;
-
+void AddWriting(CLI::App* app, Arguments* given) {
   CLI::App* const set = app->add_subcommand("set", "Give a section a value or a comment");
-  AddFile(set, &set_request.file);
-  AddPath(set, &set_request.path);
-  AddText(set, "VALUE", &set_request.values,
+  AddFile(set, &given->set.file);
+  AddPath(set, &given->set.path);
+  AddText(set, "VALUE", &given->set.values,
           "Numbers make a number or an array, @path a link, all else a text");
   CLI::Option* const string_flag =
-      set->add_flag("--string", as_string, "VALUE is a text whatever it looks like");
-  set->add_flag("--link", as_link, "VALUE is the path that a link leads to")->excludes(string_flag);
-  AddText(set, "--comment", &set_request.comment, "The comment above, without '#'");
-  AddText(set, "--inline", &set_request.inline_comment, "The comment behind; \"\" removes it");
-  AddCommentLoss(set, &set_request.allow_comment_loss);
-  set->callback([run] {
-    *run = [] {
-      if (as_string) set_request.kind = ValueKind::String;
-      if (as_link) set_request.kind = ValueKind::Link;
-      return Set(set_request);
-    };
+      set->add_flag("--string", given->as_string, "VALUE is a text whatever it looks like");
+  set->add_flag("--link", given->as_link, "VALUE is the path that a link leads to")
+      ->excludes(string_flag);
+  AddText(set, "--comment", &given->set.comment, "The comment above, without '#'");
+  AddText(set, "--inline", &given->set.inline_comment, "The comment behind; \"\" removes it");
+  AddCommentLoss(set, &given->set.allow_comment_loss);
+  set->callback([given] {
+    if (given->as_string) given->set.kind = ValueKind::String;
+    if (given->as_link) given->set.kind = ValueKind::Link;
+    given->command = [given] { return Set(given->set); };
   });
 
   CLI::App* const format = app->add_subcommand("format", "Give files their canonical form");
-  AddFiles(format, &format_request.files);
-  format->add_flag("--check", format_request.check,
+  AddFiles(format, &given->format.files);
+  format->add_flag("--check", given->format.check,
                    "Write nothing; exit code 1 if a file isn't canonical");
-  format->add_flag("--diff", format_request.diff, "Write nothing; print what would change");
-  AddCommentLoss(format, &format_request.allow_comment_loss);
-  format->callback([run] { *run = [] { return Format(format_request); }; });
+  format->add_flag("--diff", given->format.diff, "Write nothing; print what would change");
+  AddCommentLoss(format, &given->format.allow_comment_loss);
+  format->callback([given] { given->command = [given] { return Format(given->format); }; });
 
   CLI::App* const unset = app->add_subcommand("unset", "Remove a section and all below it");
-  AddFile(unset, &file);
-  AddPath(unset, &path);
-  AddCommentLoss(unset, &allow_comment_loss);
-  unset->callback([run] { *run = [] { return Unset(file, path, allow_comment_loss); }; });
+  AddFile(unset, &given->file);
+  AddPath(unset, &given->path);
+  AddCommentLoss(unset, &given->allow_comment_loss);
+  unset->callback([given] {
+    given->command = [given] { return Unset(given->file, given->path, given->allow_comment_loss); };
+  });
 
   CLI::App* const rename = app->add_subcommand("rename", "Give a section another name");
-  AddFile(rename, &file);
-  AddPath(rename, &path);
-  AddText(rename, "NAME", &name, "The new name, without dots")->required();
-  AddCommentLoss(rename, &allow_comment_loss);
-  rename->callback([run] { *run = [] { return Rename(file, path, name, allow_comment_loss); }; });
+  AddFile(rename, &given->file);
+  AddPath(rename, &given->path);
+  AddText(rename, "NAME", &given->name, "The new name, without dots")->required();
+  AddCommentLoss(rename, &given->allow_comment_loss);
+  rename->callback([given] {
+    given->command = [given] {
+      return Rename(given->file, given->path, given->name, given->allow_comment_loss);
+    };
+  });
 }
 
 int Run(int argc, char** argv) {
@@ -146,33 +159,39 @@ int Run(int argc, char** argv) {
   app.set_version_flag("--version", "confgrove " CONFGROVE_VERSION);
   app.require_subcommand(1);
   app.footer("Exit code: 0 done, 1 not found, faulty or refused, 2 a wrong call.");
-  Command run;
-  AddReading(&app, &run);
-  AddWriting(&app, &run);
+  Arguments given;
+  AddReading(&app, &given);
+  AddWriting(&app, &given);
   try {
     app.parse(Protected(argc, argv));
-    return run();
+    return given.command();
   } catch (const CLI::ParseError& error) {
     return app.exit(error) == 0 ? ExitDone : ExitWrongCall;
   } catch (const Refusal& refusal) {
     Complain(refusal.what());
     return refusal.code;
-  } catch (const std::exception& error) {
-    Complain(error.what());
-    return ExitRefused;
   }
+}
+
+// Runs the command, and sees that its answer has gone out.
+int RunAndFlush(int argc, char** argv) {
+  Platform::LetLargeWritesFail();
+  CollectMessages();
+  const int code = Run(argc, argv);
+  std::cout.flush();
+  if (std::cout) return code;
+  Complain("standard output can't be written");
+  return ExitRefused;
 }
 
 }  // namespace
 }  // namespace confgrove::Tool
 
 int main(int argc, char** argv) {
-  using namespace confgrove;
-  Platform::LetLargeWritesFail();
-  Tool::CollectMessages();
-  const int code = Tool::Run(argc, argv);
-  std::cout.flush();
-  if (std::cout) return code;
-  Tool::Complain("standard output can't be written");
-  return Tool::ExitRefused;
+  try {
+    return confgrove::Tool::RunAndFlush(argc, argv);
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "confgrove: %s\n", error.what());
+    return confgrove::Tool::ExitRefused;
+  }
 }

@@ -29,7 +29,6 @@ struct Message {
 std::vector<Message> Messages;
 
 constexpr std::int32_t LevelError = 1;
-constexpr std::int32_t LevelWarning = 2;
 
 void Collect(std::int32_t level, const char* format, ...) {
   std::va_list arguments;

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <cstring>
+#include <utility>
 
 #include "messages.h"
 #include "refusal.h"
@@ -48,8 +49,8 @@ void FillNode(Section* section, Node* node) {
   }
 }
 
-OpenFile::OpenFile(const FileName& file_name)
-    : name(file_name),
+OpenFile::OpenFile(FileName file_name)
+    : name(std::move(file_name)),
       text(ReadText(name.PathOf(name.name), name.shown)),
       outline(ReadOutline(text)),
       config(LoadConfig(name)) {

@@ -22,7 +22,7 @@ void FillNode(Section* section, Node* node);
 
 // A file as all its readers see it.
 struct OpenFile {
-  explicit OpenFile(const FileName& file_name);
+  explicit OpenFile(FileName file_name);
 
   FileName name;
   std::string text;

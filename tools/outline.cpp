@@ -17,7 +17,8 @@ bool ContinuesLink(char c) { return c == '.' || ContinuesName(c); }
 bool StartsNumber(char c) { return c == '+' || c == '-' || c == '.' || (c >= '0' && c <= '9'); }
 // Any of these inside a number is either part of it or an error.
 bool ContinuesNumber(char c) { return StartsNumber(c) || (c | 1) == 'e' || (c | 1) == 'E'; }
-bool IsOther(char) { return true; }
+bool IsNoQuote(char c) { return c != '"'; }
+bool IsAny(char /*c*/) { return true; }
 
 class OutlineReader {
  public:
@@ -96,13 +97,13 @@ class OutlineReader {
 
   void ReadComment() {
     ++at_;
-    const std::string_view comment = TakeToLineEnd(IsOther);
+    const std::string_view comment = TakeToLineEnd(IsAny);
     outline_->comments.push_back({std::string(comment), Line()});
   }
 
   void ReadString() {
     const std::size_t start = at_++;
-    const std::string_view string = TakeToLineEnd([](char c) { return c != '"'; });
+    const std::string_view string = TakeToLineEnd(IsNoQuote);
     if (at_ == text_.size()) return PassOver(text_.substr(start));
     if (directive_ == DirectiveName) outline_->imports.emplace_back(string);
     directive_ = DirectiveNone;

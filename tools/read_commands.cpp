@@ -41,7 +41,7 @@ Node FindListed(OpenFile& file, const std::string& path) {
   if (section == nullptr) RefuseMissing(file.name.shown, path);
   auto* const owner = dynamic_cast<Config*>(section->GetTop());
   if (owner == file.config.get()) return *FindNode(file.outline.top, path);
-  const std::string owner_path = file.name.ForSystem(owner->GetFileName());
+  const std::string owner_path = FileName::ForSystem(owner->GetFileName());
   Node node = *FindNode(ReadOutline(ReadText(owner_path, owner_path)).top, path);
   FillNode(section, &node);
   return node;
@@ -61,7 +61,8 @@ std::string TimeOf(const FileName& file, const std::string& import) {
   std::string name = file.Compose(import);
   if (name.front() == ' ') name.insert(0, "./");
   const std::unique_ptr<Config> config(ConfCreate(name.c_str(), ConfCreateNew));
-  if (file.ForSystem(config->GetFileName()) != file.ForSystem(file.directory + name)) return "-";
+  if (FileName::ForSystem(config->GetFileName()) != FileName::ForSystem(file.directory + name))
+    return "-";
   const char* const time = config->GetFileTime();
   return time == nullptr ? "-" : time;
 }

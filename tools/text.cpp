@@ -3,6 +3,7 @@
 
 #include <confgrove/symbols.h>
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -97,11 +98,8 @@ bool IsFirstLetter(char c) {
 bool IsLaterLetter(char c) { return IsFirstLetter(c) || IsDigit(c); }
 
 bool IsName(std::string_view text) {
-  if (text.empty() || !IsFirstLetter(text.front())) return false;
-  for (const char c : text) {
-    if (!IsLaterLetter(c)) return false;
-  }
-  return true;
+  return !text.empty() && IsFirstLetter(text.front()) &&
+         std::all_of(text.begin(), text.end(), IsLaterLetter);
 }
 
 bool IsPath(std::string_view text) {
