@@ -1,0 +1,65 @@
+# shellcheck shell=bash
+# What the scripts share. Sourced, never run; leaves the shell in the top directory.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+
+heading() { printf '\n== %s\n' "$*"; }
+
+die() {
+  printf '%s: %s\n' "${0##*/}" "$*" >&2
+  exit 1
+}
+
+# As root, or through sudo where there is one.
+as_root() {
+  if ((EUID == 0)); then
+    "$@"
+  elif command -v sudo >/dev/null; then
+    sudo "$@"
+  else
+    die "needs root or sudo for: $*"
+  fi
+}
+
+# Installs the Debian packages that are missing.
+need_packages() {
+  local package missing=()
+  if ! command -v apt-get >/dev/null; then
+    echo "This system has no apt-get, so nothing is installed here. What is used comes from" \
+      "these Debian packages: $*" >&2
+    return
+  fi
+  for package in "$@"; do
+    if [[ $(dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null) != installed ]]; then
+      missing+=("$package")
+    fi
+  done
+  ((${#missing[@]})) || return 0
+  echo "Installing ${missing[*]}"
+  # A stale list can still have what we need: the install below decides.
+  as_root apt-get update -qq || echo "apt-get update has failed" >&2
+  as_root env DEBIAN_FRONTEND=noninteractive apt-get install -qq --no-install-recommends \
+    -o DPkg::Lock::Timeout=300 -o Dpkg::Use-Pty=0 "${missing[@]}" >/dev/null ||
+    die "cannot install ${missing[*]}"
+}
+
+# What building with the preset dev, tests and tool included, takes.
+need_build_packages() {
+  need_packages cmake ninja-build g++ libcli11-dev libdtl-dev libgtest-dev nlohmann-json3-dev
+}
+
+# The tests run in a locale with a decimal comma and grouping.
+need_german_locale() {
+  need_packages locales
+  locale -a | grep -qix 'de_DE\.utf-\?8' || as_root localedef -i de_DE -f UTF-8 de_DE.UTF-8
+}
+
+# configure PRESET [CMake arguments]
+configure() {
+  cmake --preset "$@" --log-level=WARNING -D CMAKE_EXPORT_COMPILE_COMMANDS=ON
+}
+
+# The C++ files of the project, as find(1) prints them with the arguments given.
+cpp_files() {
+  find bench examples include src tests tools \( -name '*.cpp' -o -name '*.h' \) "$@"
+}
