@@ -10,14 +10,12 @@ die() {
   exit 1
 }
 
-# As root, or through sudo where there is one.
+# As root, or through sudo.
 as_root() {
   if ((EUID == 0)); then
     "$@"
-  elif command -v sudo >/dev/null; then
-    sudo "$@"
   else
-    die "needs root or sudo for: $*"
+    sudo "$@"
   fi
 }
 
@@ -35,12 +33,18 @@ need_packages() {
     fi
   done
   ((${#missing[@]})) || return 0
+  ((EUID == 0)) || command -v sudo >/dev/null ||
+    die "these packages are missing, and only root or sudo can install them: ${missing[*]}"
   echo "Installing ${missing[*]}"
-  # A stale list can still have what we need: the install below decides.
+  # The package lists may be missing, or older than what the servers have.
+  install_packages "${missing[@]}" 2>/dev/null && return
   as_root apt-get update -qq || echo "apt-get update has failed" >&2
+  install_packages "${missing[@]}" || die "cannot install ${missing[*]}"
+}
+
+install_packages() {
   as_root env DEBIAN_FRONTEND=noninteractive apt-get install -qq --no-install-recommends \
-    -o DPkg::Lock::Timeout=300 -o Dpkg::Use-Pty=0 "${missing[@]}" >/dev/null ||
-    die "cannot install ${missing[*]}"
+    -o DPkg::Lock::Timeout=300 -o Dpkg::Use-Pty=0 "$@" >/dev/null
 }
 
 # What building with the preset dev, tests and tool included, takes.

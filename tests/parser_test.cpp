@@ -188,8 +188,7 @@ TEST(Parser, NestingEndsAt1000Levels) {
   const std::string open = Repeat(999, "a{"), close = Repeat(999, "}");
   ExpectLoads({{open + "a=1" + close + " b=1", "", open + "a=1" + close + " b=1"},
                {open + "a{}" + close, "t1? blank section", open + "a" + close},
-               {Repeat(1000, "a{\n") + "b = 1 =\n=", "t1001! nesting too deep"},
-               {Repeat(200000, "a{"), "t1! nesting too deep"}});
+               {Repeat(1000, "a{\n") + "b = 1 =\n=", "t1001! nesting too deep"}});
 }
 
 TEST(Parser, ImportChainsEndAt100Files) {

@@ -82,7 +82,7 @@ std::string Figure(double value) {
 std::string Cell(double value, double first) {
   if (value == 0) return "| ";
   char ratio[64];
-  std::snprintf(ratio, sizeof ratio, " (%.2f) | ", value / first);
+  std::snprintf(ratio, sizeof ratio, " (%.*f) | ", value < 20 * first ? 2 : 0, value / first);
   return Figure(value) + ratio;
 }
 

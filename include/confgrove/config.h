@@ -21,8 +21,8 @@ class CONFGROVE_API Config : public virtual Section {
 
   // Makes `config` an import of this root, which owns it from then on. Lookups fall through to it,
   // and Save writes a $import line for it. False, nothing changed and `config` still the caller's,
-  // if it is null, this root is read-only, a file of that name belongs to this configuration
-  // already, or it is imported by another.
+  // if it is null, this root is read-only, a file of `config` belongs to this configuration
+  // already, `config` is imported by another, or the chain of imports would exceed 100 files.
   virtual bool Import(Config* config) = 0;
 
   // The path of the root's file, from the settings of this moment. Never null. Good until the next
@@ -50,13 +50,14 @@ enum ConfNameType : std::int32_t {
 
 // Opens or makes the configuration `name`. Blanks around the name don't count. To a name that
 // doesn't hold the default extension it is appended, and the root directory is put in front of it.
-// Null for an empty name, and as `flag` says. The caller owns the result.
+// Null for an empty name, and as `flag` says. The caller owns the result. `name` must not be null.
 CONFGROVE_API Config* ConfCreate(const char* name, ConfCreateFlag flag,
                                  ConfNameType name_type = ConfNameRelative);
 
 // Sets the root directory of file names (blanks around it removed, a separator added; "" is the
 // working directory), the default extension (null is ".cfg"; a point is put in front if it lacks)
-// and the trace. Never needed: the process starts with "", ".cfg", 0 and standard error.
+// and the trace. Never needed: the process starts with "", ".cfg", 0 and standard error. `root`
+// must not be null.
 CONFGROVE_API void ConfSet(const char* root, const char* extension, int trace_level,
                            TraceFunction* handler);
 

@@ -18,12 +18,12 @@ namespace Io {
 CONFGROVE_API void SetTraceHandler(TraceFunction* handler);
 
 // Makes a directory name end in a backslash, in place. The buffer must have room for one byte more
-// than the text and its NUL. Returns `path`.
+// than the text and its NUL. Returns `path`, which must not be null.
 CONFGROVE_API char* Dir(char* path);
 
 // Makes the directory `path` and those above it that are missing; the backslash alone divides
 // them. True if it can be taken to exist. On a failure, sends one message and returns false; what
-// was made stays.
+// was made stays. `path` must not be null.
 CONFGROVE_API bool CreateDirectoryRecursive(const char* path);
 
 // Removes nothing and returns true. `path` isn't looked at.
@@ -32,7 +32,8 @@ CONFGROVE_API bool DeleteDirectoryRecursive(const char* path);
 // Looks for the word `option` in the command line `line`, behind its first word, and copies the
 // word behind it, or the text between quotes, to `out`, which has room for `size` bytes with the
 // NUL; what doesn't fit is cut. With a null `out` or a `size` below 1 nothing is stored. True if
-// the option is there, with or without a value; false otherwise, `out` untouched.
+// the option is there, with or without a value; false otherwise, `out` untouched. A null `line` or
+// `option` gives false.
 CONFGROVE_API bool GetCommandLineOption(const char* line, const char* option, char* out,
                                         std::int32_t size);
 

@@ -71,8 +71,8 @@ class CONFGROVE_API Section {
 
   // The setters give the section at `path` a value in place of the one it had, and make the
   // sections along the path that don't exist, at the end of their block, in this file's tree. What
-  // else the section holds stays. False if this section is read-only or the path is no path;
-  // sections made on the way to a bad name stay.
+  // else the section holds stays. False if this section is read-only, the path is no path or leads
+  // deeper than 1000 sections below the root; sections made on the way stay.
   virtual bool SetString(const char* value, const char* path) = 0;
   virtual bool SetDouble(double value, const char* path) = 0;
 

@@ -2,6 +2,9 @@
 #include <confgrove/config.h>
 
 #include <cassert>
+#include <memory>
+#include <string>
+#include <utility>
 
 #include "front/load.h"
 #include "front/settings.h"
@@ -53,7 +56,8 @@ const Outcome Outcomes[] = {
 Config* ConfCreate(const char* name, ConfCreateFlag flag, ConfNameType name_type) {
   using namespace confgrove;
   assert(name != nullptr);
-  std::string own_name(WithoutBlanks(name));
+  const std::string given_name = name;  // which may be the text of a setting that changes below
+  std::string own_name(WithoutBlanks(given_name));
   if (own_name.empty()) return nullptr;
   if (name_type == ConfNameFullPath) {
     PathPieces pieces = SplitPath(own_name);
@@ -67,7 +71,8 @@ Config* ConfCreate(const char* name, ConfCreateFlag flag, ConfNameType name_type
   bool faulty = false;
   if (outcome.loads) {
     ResetLoadState();
-    if (TraceLevel > 0) TraceHandler(LevelWarning, "Translating config file: %s", name);
+    if (TraceLevel > 0)
+      TraceHandler(LevelWarning, "Translating config file: %s", given_name.c_str());
     std::unique_ptr<RootSection> root = LoadFile(own_name, outcome.read_only, 1);
     faulty = ReportCounts() > 0;
     if (root != nullptr) {

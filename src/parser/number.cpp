@@ -1,6 +1,7 @@
 // Numbers: the rules of their bytes, and their value.
+#include <algorithm>
+#include <cfloat>
 #include <charconv>
-#include <cstdlib>
 #include <limits>
 #include <string>
 
@@ -115,6 +116,7 @@ const char* ReadUsualNumber(const char* from, double* value) {
     if (count > MostDigits) return nullptr;
   }
   if (Look(Classes.number_byte, *at)) return nullptr;
+  if (FLT_EVAL_METHOD != 0) return nullptr;  // the quotient would be rounded twice
   // Both are exact, so that their quotient is the double nearest to the number.
   *value = static_cast<double>(digits) / PowersOfTen[decimals];
   if (minus) *value = -*value;

@@ -44,9 +44,6 @@ bool GetFileTime(const std::string& path, std::string* text);
 // Makes one directory. Returns 0, or the system's errno (EEXIST if something is there already).
 int MakeDirectory(const std::string& path);
 
-// A number that nobody outside this process can foresee.
-std::uint64_t RandomSeed();
-
 }  // namespace confgrove::Platform
 
 #endif

@@ -5,9 +5,9 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <chrono>
 #include <csignal>
 #include <ctime>
+#include <utility>
 
 #include "platform/line_ends.h"
 #include "platform/platform.h"
@@ -16,6 +16,7 @@ namespace confgrove::Platform {
 namespace {
 
 constexpr std::size_t ReadStep = 64 * 1024;
+constexpr std::size_t LargestTransfer = 1 << 30;  // some systems refuse more at once
 
 // Files written on Windows name others with backslashes.
 std::string ForSystem(std::string path) {
@@ -42,7 +43,7 @@ class Descriptor {
 std::size_t ReadUpTo(int fd, char* buffer, std::size_t size) {
   std::size_t done = 0;
   while (done < size) {
-    const ssize_t got = ::read(fd, buffer + done, size - done);
+    const ssize_t got = ::read(fd, buffer + done, std::min(size - done, LargestTransfer));
     if (got < 0 && errno == EINTR) continue;
     if (got <= 0) break;
     done += static_cast<std::size_t>(got);
@@ -120,7 +121,8 @@ bool OutputFile::is_open() const { return handle_ >= 0; }
 void OutputFile::Write(std::string_view text) {
   const WriteSignalsBlocked blocked;
   while (!text.empty()) {
-    const ssize_t written = ::write(static_cast<int>(handle_), text.data(), text.size());
+    const ssize_t written =
+        ::write(static_cast<int>(handle_), text.data(), std::min(text.size(), LargestTransfer));
     if (written < 0 && errno == EINTR) continue;
     if (written <= 0) return;
     text.remove_prefix(static_cast<std::size_t>(written));
@@ -133,6 +135,7 @@ bool GetFileTime(const std::string& path, std::string* text) {
   if (file.get() < 0 || ::fstat(file.get(), &status) != 0 || S_ISDIR(status.st_mode)) return false;
   constexpr std::size_t TextSize = 26;  // what ctime_r asks for
   char buffer[TextSize];
+  ::tzset();  // which ctime_r may leave out
   if (::ctime_r(&status.st_mtime, buffer) == nullptr) return false;
   *text = buffer;
   text->pop_back();
@@ -141,16 +144,6 @@ bool GetFileTime(const std::string& path, std::string* text) {
 
 int MakeDirectory(const std::string& path) {
   return ::mkdir(ForSystem(path).c_str(), 0777) == 0 ? 0 : errno;
-}
-
-std::uint64_t RandomSeed() {
-  std::uint64_t seed = 0;
-  const Descriptor source("/dev/urandom", O_RDONLY | O_CLOEXEC);
-  if (source.get() >= 0 &&
-      ReadUpTo(source.get(), reinterpret_cast<char*>(&seed), sizeof seed) == sizeof seed) {
-    return seed;
-  }
-  return static_cast<std::uint64_t>(std::chrono::steady_clock::now().time_since_epoch().count());
 }
 
 }  // namespace confgrove::Platform

@@ -9,7 +9,7 @@
 #include <cerrno>
 #include <climits>
 #include <ctime>
-#include <random>
+#include <utility>
 
 #include "platform/line_ends.h"
 #include "platform/platform.h"
@@ -101,10 +101,5 @@ bool GetFileTime(const std::string& path, std::string* text) {
 }
 
 int MakeDirectory(const std::string& path) { return ::_mkdir(path.c_str()) == 0 ? 0 : errno; }
-
-std::uint64_t RandomSeed() {
-  std::random_device device;
-  return (static_cast<std::uint64_t>(device()) << 32) | device();
-}
 
 }  // namespace confgrove::Platform

@@ -2,6 +2,7 @@
 // the standard library for the rest.
 #include "save/number_text.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <string_view>

@@ -3,9 +3,11 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cstring>
+#include <exception>
+#include <random>
 
-#include "platform/platform.h"
 #include "tree/pool.h"
 #include "tree/real_section.h"
 
@@ -14,20 +16,26 @@ namespace {
 
 constexpr std::int32_t FirstCapacity = 4;
 constexpr std::int32_t MostWithoutTable = 12;
-constexpr std::uint32_t SmallestTable = 64;
-
-// What a slot holds that leads to no entry. A search goes on behind a removed one.
-constexpr std::uint32_t FreeSlot = 0xFFFFFFFF;
-constexpr std::uint32_t RemovedSlot = 0xFFFFFFFE;
+constexpr std::uint32_t SmallestTable = 32;
 
 // Multilinear hashing: each word of the text is multiplied with a random key of its own, and the
-// upper half of the sum is the hash. For any two texts the odds of a collision are 1 in 2^32.
+// upper half of the sum is the hash. Two texts of up to 256 bytes collide with odds of 1 in 2^32.
 constexpr std::size_t WordsAtOnce = 64;
 using HashKeys = std::array<std::uint64_t, WordsAtOnce + 2>;
 
+// A number that nobody outside this process can foresee, if there is such a thing.
+std::uint64_t DrawSeed() {
+  try {
+    std::random_device device;
+    return std::uint64_t{device()} << 32 | device();
+  } catch (const std::exception&) {
+    return static_cast<std::uint64_t>(std::chrono::steady_clock::now().time_since_epoch().count());
+  }
+}
+
 HashKeys DrawKeys() {
   HashKeys keys;
-  std::uint64_t state = Platform::RandomSeed();
+  std::uint64_t state = DrawSeed();
   for (std::uint64_t& key : keys) {  // splitmix64
     state += 0x9E3779B97F4A7C15;
     key = state;
@@ -69,60 +77,51 @@ std::uint32_t Hash(std::string_view text) {
 HashedName::HashedName(std::string_view name) : text(name), hash(Hash(name)) {}
 
 RealSection* Children::Find(const HashedName& name) const {
+  const auto is_named = [&name](const RealSection* section) {
+    return section->name_hash == name.hash && section->name.view() == name.text;
+  };
   if (slots_ == nullptr) {
     for (const Entry* entry = entries_; entry != entries_ + size_; ++entry) {
-      if (entry->hash == name.hash && entry->section->name.view() == name.text) {
-        return entry->section;
-      }
+      if (entry->hash == name.hash && is_named(entry->section)) return entry->section;
     }
     return nullptr;
   }
-  for (std::uint32_t slot = name.hash & Mask(); slots_[slot] != FreeSlot;
-       slot = (slot + 1) & Mask()) {
-    if (slots_[slot] == RemovedSlot) continue;
-    const Entry& entry = entries_[slots_[slot]];
-    if (entry.hash == name.hash && entry.section->name.view() == name.text) return entry.section;
-  }
-  return nullptr;
+  std::uint32_t slot = name.hash & Mask();
+  while (slots_[slot] != nullptr && !is_named(slots_[slot])) slot = (slot + 1) & Mask();
+  return slots_[slot];
 }
 
 void Children::Append(RealSection* child, const HashedName& name, Pool& pool) {
   ReserveEntry(pool);
   if (slots_ != nullptr || size_ >= MostWithoutTable) ReserveSlot(pool);
   child->index = size_;
+  child->name_hash = name.hash;
   entries_[size_] = {child, name.hash};
-  if (slots_ != nullptr) PutSlot(name.hash, static_cast<std::uint32_t>(size_));
+  if (slots_ != nullptr) PutSlot(child);
   ++size_;
 }
 
 RealSection* Children::Remove(std::int32_t index) {
-  const auto place = static_cast<std::uint32_t>(index);
-  if (slots_ != nullptr) EmptySlot(place);
   RealSection* child = entries_[index].section;
+  if (slots_ != nullptr) EmptySlot(child);
   std::copy(entries_ + index + 1, entries_ + size_, entries_ + index);
   --size_;
-  if (index == size_) return child;
   for (std::int32_t later = index; later < size_; ++later) --entries_[later].section->index;
-  for (std::uint32_t slot = 0; slot < slot_count_; ++slot) {
-    if (slots_[slot] > place && slots_[slot] < RemovedSlot) --slots_[slot];
-  }
   return child;
 }
 
 void Children::Rename(std::int32_t index, std::string_view name, Pool& pool) {
   const HashedName new_name(name);
   Entry& entry = entries_[index];
-  if (slots_ != nullptr) ReserveSlot(pool);
   entry.section->name.Assign(name, pool);
-  if (slots_ != nullptr) {
-    EmptySlot(static_cast<std::uint32_t>(index));
-    PutSlot(new_name.hash, static_cast<std::uint32_t>(index));
-  }
+  if (slots_ != nullptr) EmptySlot(entry.section);
   entry.hash = new_name.hash;
+  entry.section->name_hash = new_name.hash;
+  if (slots_ != nullptr) PutSlot(entry.section);
 }
 
 void Children::Release(Pool& pool) {
-  pool.Free(entries_, static_cast<std::size_t>(capacity_) * sizeof(Entry));
+  pool.Free(entries_, static_cast<std::size_t>(capacity_) * sizeof *entries_);
   pool.Free(slots_, slot_count_ * sizeof *slots_);
   *this = Children();
 }
@@ -132,39 +131,43 @@ void Children::ReserveEntry(Pool& pool) {
   const std::int32_t capacity = capacity_ > 0 ? 2 * capacity_ : FirstCapacity;
   auto* entries = pool.AllocateArray<Entry>(static_cast<std::size_t>(capacity));
   std::copy_n(entries_, size_, entries);
-  pool.Free(entries_, static_cast<std::size_t>(capacity_) * sizeof(Entry));
+  pool.Free(entries_, static_cast<std::size_t>(capacity_) * sizeof *entries_);
   entries_ = entries;
   capacity_ = capacity;
 }
 
-// Makes room in the table for one entry more. It is kept at most half full; slots that led to
-// removed entries count until the table is made anew.
+// Makes room in the table for one section more.
 void Children::ReserveSlot(Pool& pool) {
-  if ((used_slots_ + 1) * std::uint64_t{2} <= slot_count_) return;
+  const auto needed = (static_cast<std::uint32_t>(size_) + 1) * 2;
+  if (needed <= slot_count_) return;
   std::uint32_t count = SmallestTable;
-  while (count < (static_cast<std::uint64_t>(size_) + 1) * 3) count *= 2;
-  auto* slots = pool.AllocateArray<std::uint32_t>(count);
-  std::fill_n(slots, count, FreeSlot);
+  while (count < needed) count *= 2;
+  auto* slots = pool.AllocateArray<RealSection*>(count);
+  std::fill_n(slots, count, nullptr);
   pool.Free(slots_, slot_count_ * sizeof *slots_);
   slots_ = slots;
   slot_count_ = count;
-  used_slots_ = 0;
-  for (std::int32_t place = 0; place < size_; ++place) {
-    PutSlot(entries_[place].hash, static_cast<std::uint32_t>(place));
+  for (std::int32_t i = 0; i < size_; ++i) PutSlot(entries_[i].section);
+}
+
+void Children::PutSlot(RealSection* section) {
+  std::uint32_t slot = section->name_hash & Mask();
+  while (slots_[slot] != nullptr) slot = (slot + 1) & Mask();
+  slots_[slot] = section;
+}
+
+// Sections behind an empty slot would not be found, so those that may stand in it move up.
+void Children::EmptySlot(const RealSection* section) {
+  std::uint32_t slot = section->name_hash & Mask();
+  while (slots_[slot] != section) slot = (slot + 1) & Mask();
+  for (std::uint32_t next = (slot + 1) & Mask(); slots_[next] != nullptr;
+       next = (next + 1) & Mask()) {
+    const std::uint32_t from_home = (next - slots_[next]->name_hash) & Mask();
+    if (from_home < ((next - slot) & Mask())) continue;
+    slots_[slot] = slots_[next];
+    slot = next;
   }
-}
-
-void Children::PutSlot(std::uint32_t hash, std::uint32_t place) {
-  std::uint32_t slot = hash & Mask();
-  while (slots_[slot] != FreeSlot) slot = (slot + 1) & Mask();
-  slots_[slot] = place;
-  ++used_slots_;
-}
-
-void Children::EmptySlot(std::uint32_t place) {
-  std::uint32_t slot = entries_[place].hash & Mask();
-  while (slots_[slot] != place) slot = (slot + 1) & Mask();
-  slots_[slot] = RemovedSlot;
+  slots_[slot] = nullptr;
 }
 
 }  // namespace confgrove

@@ -19,8 +19,8 @@ struct HashedName {
   std::uint32_t hash;
 };
 
-// The sections of one block, of whom it keeps `index`: 0 to size() - 1, in order of creation. A few
-// names are found by looking at all of them, more through a hash table with linear probing. Its
+// The sections of one block, of which it keeps `index`: 0 to size() - 1, in order of creation. A
+// few names are found by looking at all of them, more through a hash table with linear probing. Its
 // memory is that of the tree, from the pool that each change is given.
 class Children {
  public:
@@ -44,23 +44,23 @@ class Children {
  private:
   struct Entry {
     RealSection* section;
-    std::uint32_t hash;
+    std::uint32_t hash;  // of its name; a look at it spares most looks at the section
   };
 
   std::uint32_t Mask() const { return slot_count_ - 1; }
   void ReserveEntry(Pool& pool);
   void ReserveSlot(Pool& pool);
-  void PutSlot(std::uint32_t hash, std::uint32_t place);
-  void EmptySlot(std::uint32_t place);
+  void PutSlot(RealSection* section);
+  void EmptySlot(const RealSection* section);
 
   Entry* entries_ = nullptr;  // by index
   std::int32_t size_ = 0;
   std::int32_t capacity_ = 0;
 
-  // The table: places in entries_, in a power of two of slots. None while there are few entries.
-  std::uint32_t* slots_ = nullptr;
+  // The table: a power of two of slots, at most half of them filled. None while there are few
+  // entries; once made it stays.
+  RealSection** slots_ = nullptr;
   std::uint32_t slot_count_ = 0;
-  std::uint32_t used_slots_ = 0;  // filled since the table was made, whether emptied again or not
 };
 
 }  // namespace confgrove

@@ -1,5 +1,9 @@
 // Configurations that stand on others, and a root's file.
 #include <algorithm>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 #include "front/settings.h"
 #include "front/trace.h"

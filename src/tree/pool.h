@@ -34,7 +34,11 @@ class Pool {
 
  private:
   static constexpr std::size_t Unit = sizeof(double);
+#ifdef CONFGROVE_SEPARATE_PIECES  // every piece on the heap by itself, where sanitizers watch it
+  static constexpr std::size_t LargestSmall = 0;
+#else
   static constexpr std::size_t LargestSmall = 512;
+#endif
 
   struct Piece {
     Piece* next;

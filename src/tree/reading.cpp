@@ -28,7 +28,12 @@ RealSection* RealSection::FindTarget(const char* path) {
     if (LinkTrail::Contains(found->link_trail_mark)) return nullptr;
     LinkTrail::Append(&found->link_trail_mark);
     if (top == nullptr) top = Top();
-    found = top->FindSection(found->value.view());
+    try {
+      found = top->FindSection(found->value.view());
+    } catch (...) {  // no memory for a message: the next read begins anew
+      LinkTrail::Clear();
+      throw;
+    }
   }
   if (found != nullptr) LinkTrail::Clear();
   return found;

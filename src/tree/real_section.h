@@ -81,16 +81,15 @@ class RealSection : public virtual Section {
   // What it is.
   PoolText name;
   RealSection* parent = nullptr;  // not owned; null on a root
-  std::int32_t index = 0;         // place among the siblings; Children keeps it
-  bool read_only;                 // changes asked of this section are refused
-
-  // A lookup that failed here has left its mark.
-  bool entry_left = false;
+  std::int32_t index = 0;         // place among the siblings; Children keeps it, and
+  std::uint32_t name_hash = 0;    // the hash of a child's name
 
   // What it holds. `type` says which of `value` and `numbers` counts; the other may keep old data.
   SectionType type = SectionType::None;
-  PoolText value;      // a text, or the path of a link's target
-  NumberList numbers;  // at least one in a Number section
+  bool read_only;           // changes asked of this section are refused
+  bool entry_left = false;  // a lookup that failed here has left its mark
+  PoolText value;           // a text, or the path of a link's target
+  NumberList numbers;       // at least one in a Number section
   LinkTrail::Mark link_trail_mark = 0;
   Children* children = nullptr;  // null: never had one
 

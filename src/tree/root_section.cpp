@@ -1,6 +1,9 @@
 // RootSection: its life, and what being a root changes in the operations of a section.
 #include "tree/root_section.h"
 
+#include <cassert>
+#include <utility>
+
 #include "tree/text.h"
 
 namespace confgrove {
@@ -25,6 +28,7 @@ RealSection* RootSection::FindSection(std::string_view path) {
 }
 
 bool RootSection::RemoveSection(const char* path) {
+  assert(path != nullptr);
   const bool whole = WithoutBlanks(path).empty();
   if (whole) read_only = false;
   if (RealSection::RemoveSection(path)) return true;

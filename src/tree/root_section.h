@@ -4,7 +4,7 @@
 
 #include <confgrove/config.h>
 
-#include <cstdint>
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>

@@ -257,6 +257,7 @@ NUL byte|a=1\0000b=2|format FILE|confgrove: FILE: it holds a NUL byte\nconfgrove
 quote|a=1|set FILE a 'x"y'|confgrove: a text can't hold a double quote or a line end\n
 inline comment of two lines|a=1|set FILE a --inline $'x\ny'|confgrove: FILE: the inline comment of 'a' would be lost or changed\nconfgrove: FILE: left as it is; --allow-comment-loss would go on\n
 comment that hides a setting|a=1|set FILE a --comment $'x\rb = 2'|confgrove: FILE: 'b' would appear\nconfgrove: FILE: the comment of 'a' would be lost or changed\nconfgrove: FILE: left as it is\n
+comment that hides an import|a=1|set FILE a --comment $'x\r$import "base"'|confgrove: FILE: the imports would change\nconfgrove: FILE: the comment at the head would be lost or changed\nconfgrove: FILE: the comment of 'a' would be lost or changed\nconfgrove: FILE: left as it is\n
 no such section|a=1|unset FILE b|confgrove: FILE: 'b' isn't there\n
 imported section|$import "base"\n|unset FILE speed|confgrove: FILE: 'speed' stands in an imported file\n
 imported section renamed|$import "base"\n|rename FILE limits.far x|confgrove: FILE: 'limits.far' stands in an imported file\n
@@ -364,6 +365,9 @@ for command in 'get read.cfg port' 'list large.cfg' 'list --json read.cfg' --hel
   equal "full output: $command" 1 "$?"
   equal "full output says so: $command" "confgrove: standard output can't be written" "$(cat "$top/complaints")"
 done
+
+complaints=$(ulimit -f 1 && exec "$tool" list large.cfg 2>&1 >"$top/output")
+equal "answer beyond the size limit" "1 confgrove: standard output can't be written" "$? $complaints"
 
 # --- Many at once ----------------------------------------------------------------------------
 
