@@ -52,8 +52,9 @@ void ConfParser::BeginSection(Body& body) {
     bodies.clear();  // one message is enough: nobody reads on, and no body misses its end
     return;
   }
-  body.last = body.section->AddChild(name, body.section->read_only, root->pool);
-  body.last->SetComment(pending_comment, false, root->pool);
+  body.last = body.section->AddChild(name, body.section->read_only);
+  if (pending_comment.empty()) return;
+  body.last->SetComment(pending_comment, false);
   pending_comment.clear();
 }
 
@@ -113,7 +114,7 @@ void ConfParser::ParseArray(RealSection* target) {
 void ConfParser::TakeComment(Body& body) {
   const bool is_inline = number == 1;
   if (is_inline && body.last != nullptr) {
-    body.last->SetComment(text, true, root->pool);
+    body.last->SetComment(text, true);
   } else {
     pending_comment.append(text).push_back('\n');
   }
@@ -159,7 +160,7 @@ bool ConfParser::ParseImport(const Body& body) {
     ReportError("cannot parse import file");
     return true;
   }
-  root->SetComment(pending_comment, false, root->pool);
+  root->SetComment(pending_comment, false);
   pending_comment.clear();
   root->Attach(imported.get());
   imported.release();

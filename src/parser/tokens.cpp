@@ -22,7 +22,10 @@ TokenKind ConfParser::ReadToken() {
   for (;;) {
     const char c = *at;
     switch (Look(Classes.lead, c)) {
-      case Lead::Blank: ++at; break;
+      case Lead::Blank:
+        do ++at;
+        while (*at == ' ' || *at == '\t');
+        break;
       case Lead::LineEnd:
         if (at == end) return TokenEnd;
         ++at;

@@ -7,6 +7,8 @@
 #include <cmath>
 #include <string_view>
 
+#include "save/text_buffer.h"
+
 namespace confgrove {
 namespace {
 
@@ -28,7 +30,7 @@ bool RoundSafely(double product, std::uint64_t* rounded) {
 
 // Appends a number from 0.0001 up to 1e6, the range that %g writes without an exponent. False if
 // it is none, or if its last digit is in doubt.
-bool AppendUsual(double number, std::string* out) {
+bool AppendUsual(double number, TextBuffer* out) {
   constexpr int Digits = 6;
   const double size = std::fabs(number);
   if (!(size >= 1e-4 && size < 1e6)) return false;
@@ -59,7 +61,7 @@ bool AppendUsual(double number, std::string* out) {
     if (i == whole_digits && i > 0) *end++ = '.';
     *end++ = digits[i];
   }
-  out->append(text, end);
+  out->Append({text, static_cast<std::size_t>(end - text)});
   return true;
 }
 
@@ -71,13 +73,13 @@ int CountDigits(std::uint64_t number) {
 
 }  // namespace
 
-void AppendNumber(double number, std::string* out) {
+void AppendNumber(double number, TextBuffer* out) {
   if (AppendUsual(number, out)) return;
   constexpr int SignificantDigits = 6;
   char buffer[LongestFixed];
   const auto result = std::to_chars(buffer, buffer + sizeof buffer, number,
                                     std::chars_format::general, SignificantDigits);
-  out->append(buffer, result.ptr);
+  out->Append({buffer, static_cast<std::size_t>(result.ptr - buffer)});
 }
 
 std::int32_t TrimmedLength(double number) {

@@ -3,12 +3,13 @@
 #define CONFGROVE_SAVE_NUMBER_TEXT_H
 
 #include <cstdint>
-#include <string>
 
 namespace confgrove {
 
+class TextBuffer;
+
 // Appends `number` as printf's %g gives it, with six significant digits.
-void AppendNumber(double number, std::string* out);
+void AppendNumber(double number, TextBuffer* out);
 
 // The length of `number` as printf's %f gives it, without the zeros and the point at its end.
 std::int32_t TrimmedLength(double number);

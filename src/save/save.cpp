@@ -3,6 +3,7 @@
 #include "front/trace.h"
 #include "platform/platform.h"
 #include "save/section_writer.h"
+#include "save/text_buffer.h"
 #include "tree/root_section.h"
 
 namespace confgrove {
@@ -14,22 +15,25 @@ bool RootSection::Save() {
     }
     return false;
   }
+  TextBuffer text;
   Platform::OutputFile file(ComposeFullPath(ComposeFileName(name.str())));
   if (!file.is_open()) {
     TraceHandler(LevelError, "cannot open file for save:%s ", name.c_str());
     return false;
   }
-  std::string text;
+  text.SendTo(&file);
   WriteComment(comment().c_str(), 0, &text);
   if (!imports.empty()) {
-    text += '\n';
+    text.Append('\n');
     for (const auto& entry : imports) {
-      text.append("$import \"").append(entry.first).append("\"\n");
+      text.Append("$import \"");
+      text.Append(entry.first);
+      text.Append("\"\n");
     }
-    text += '\n';
+    text.Append('\n');
   }
   WriteSiblings(*this, 0, &text);
-  file.Write(text);
+  text.Flush();
   return true;
 }
 

@@ -6,6 +6,7 @@
 
 #include "front/trace.h"
 #include "save/number_text.h"
+#include "save/text_buffer.h"
 #include "tree/real_section.h"
 
 namespace confgrove {
@@ -15,8 +16,8 @@ namespace {
 // line above it. Carried over from one save to the next; WriteSection alone writes it.
 bool AfterSection = false;
 
-void WriteTabs(std::int32_t depth, std::string* out) {
-  out->append(static_cast<std::size_t>(std::max(depth, 0)), '\t');
+void WriteTabs(std::int32_t depth, TextBuffer* out) {
+  out->AppendRepeated(static_cast<std::size_t>(std::max(depth, 0)), '\t');
 }
 
 std::int32_t Length(const PoolText& text) { return static_cast<std::int32_t>(text.size()); }
@@ -35,73 +36,81 @@ std::int32_t MeasureSection(const RealSection& section) {
   return width;
 }
 
-void WriteNumbers(const NumberList& numbers, std::string* out) {
-  *out += " = ";
+void WriteNumbers(const NumberList& numbers, TextBuffer* out) {
+  out->Append(" = ");
   if (numbers.size() == 0) {
     TraceHandler(LevelWarning, "empty array detected, setting zero value");
-    *out += '0';
+    out->Append('0');
     return;
   }
-  if (numbers.size() > 1) *out += '[';
+  if (numbers.size() > 1) out->Append('[');
   bool first = true;
   for (const double number : numbers) {
-    if (!first) *out += ',';
+    if (!first) out->Append(',');
     first = false;
     AppendNumber(number, out);
   }
-  if (numbers.size() > 1) *out += ']';
+  if (numbers.size() > 1) out->Append(']');
 }
 
-void WriteValue(const RealSection& section, std::string* out) {
+void WriteValue(const RealSection& section, TextBuffer* out) {
   switch (section.type) {
     case SectionType::None: break;
-    case SectionType::String: out->append(" = \"").append(section.value.view()).append("\""); break;
-    case SectionType::Link: out->append(" = @").append(section.value.view()); break;
+    case SectionType::String:
+      out->Append(" = \"");
+      out->Append(section.value.view());
+      out->Append('"');
+      break;
+    case SectionType::Link:
+      out->Append(" = @");
+      out->Append(section.value.view());
+      break;
     case SectionType::Number: WriteNumbers(section.numbers, out); break;
   }
 }
 
 void WriteSection(const RealSection& section, std::int32_t depth, std::int32_t max_width,
-                  std::string* out) {
+                  TextBuffer* out) {
   if (!section.HasEntries() && section.type == SectionType::None) {
     TraceHandler(LevelWarning, "[%s] - trying to save blank section without property. skipped\n",
                  section.name.c_str());
     return;
   }
-  if (!section.comment().empty() && AfterSection) *out += '\n';
+  if (!section.comment().empty() && AfterSection) out->Append('\n');
   WriteComment(section.comment().c_str(), depth, out);
   WriteTabs(depth, out);
-  *out += section.name.view();
+  out->Append(section.name.view());
   WriteValue(section, out);
   if (!section.inline_comment().empty()) {
     const std::int32_t blanks = max_width - MeasureSection(section) + 1;
-    out->append(static_cast<std::size_t>(std::max(blanks, 0)), ' ');
-    out->append("#").append(section.inline_comment().view());
+    out->AppendRepeated(static_cast<std::size_t>(std::max(blanks, 0)), ' ');
+    out->Append('#');
+    out->Append(section.inline_comment().view());
   }
-  *out += '\n';
+  out->Append('\n');
   if (section.HasEntries()) {
     WriteTabs(depth, out);
-    *out += "{\n";
+    out->Append("{\n");
     AfterSection = false;
     WriteSiblings(section, depth + 1, out);
     WriteTabs(depth, out);
-    *out += "}\n";
+    out->Append("}\n");
   }
   AfterSection = true;
 }
 
 }  // namespace
 
-void WriteComment(const char* comment, std::int32_t depth, std::string* out) {
+void WriteComment(const char* comment, std::int32_t depth, TextBuffer* out) {
   while (const char* line_end = std::strchr(comment, '\n')) {
     WriteTabs(depth, out);
-    *out += '#';
-    out->append(comment, line_end + 1);
+    out->Append('#');
+    out->Append({comment, static_cast<std::size_t>(line_end + 1 - comment)});
     comment = line_end + 1;
   }
 }
 
-void WriteSiblings(const RealSection& parent, std::int32_t depth, std::string* out) {
+void WriteSiblings(const RealSection& parent, std::int32_t depth, TextBuffer* out) {
   const std::int32_t count = parent.child_count();
   std::int32_t max_width = 0;
   bool aligns = false;  // measuring is work, and only inline comments need it

@@ -20,6 +20,7 @@ constexpr std::uint32_t SmallestTable = 32;
 
 // Multilinear hashing: each word of the text is multiplied with a random key of its own, and the
 // upper half of the sum is the hash. Two texts of up to 256 bytes collide with odds of 1 in 2^32.
+constexpr std::size_t WordSize = sizeof(std::uint32_t);
 constexpr std::size_t WordsAtOnce = 64;
 using HashKeys = std::array<std::uint64_t, WordsAtOnce + 2>;
 
@@ -46,29 +47,31 @@ HashKeys DrawKeys() {
   return keys;
 }
 
+std::uint32_t LoadWord(const char* from) {
+  std::uint32_t word = 0;
+  std::memcpy(&word, from, sizeof word);
+  return word;
+}
+
 std::uint32_t Hash(std::string_view text) {
   static const HashKeys keys = DrawKeys();
-  constexpr std::size_t WordSize = sizeof(std::uint32_t);
   std::uint64_t sum = keys[0] + keys[1] * text.size();
-  std::size_t word_count = 2;
-  const char* from = text.data();
-  std::size_t left = text.size();
-  while (left > 0) {
+  if (text.size() < WordSize) {
     std::uint32_t word = 0;
-    const std::size_t size = std::min(left, WordSize);
-    if (size == WordSize) {
-      std::memcpy(&word, from, WordSize);
-    } else {
-      for (std::size_t i = 0; i < size; ++i) word = word << 8 | static_cast<unsigned char>(from[i]);
-    }
-    from += size;
-    left -= size;
-    sum += keys[word_count] * word;
-    if (++word_count == keys.size()) {  // go on with what there is as the first word
+    for (const char c : text) word = word << 8 | static_cast<unsigned char>(c);
+    sum += keys[2] * word;
+    return static_cast<std::uint32_t>(sum >> 32);
+  }
+  const std::uint64_t* key = &keys[2];
+  const char* last_word = text.data() + text.size() - WordSize;
+  for (const char* from = text.data(); from < last_word; from += WordSize) {
+    sum += *key * LoadWord(from);
+    if (++key == keys.data() + keys.size() - 1) {  // go on with what there is as the first word
       sum = keys[0] + keys[2] * (sum >> 32);
-      word_count = 3;
+      key = &keys[3];
     }
   }
+  sum += *key * LoadWord(last_word);  // may share bytes with the word before
   return static_cast<std::uint32_t>(sum >> 32);
 }
 
@@ -77,23 +80,25 @@ std::uint32_t Hash(std::string_view text) {
 HashedName::HashedName(std::string_view name) : text(name), hash(Hash(name)) {}
 
 RealSection* Children::Find(const HashedName& name) const {
-  const auto is_named = [&name](const RealSection* section) {
-    return section->name_hash == name.hash && section->name.view() == name.text;
-  };
   if (slots_ == nullptr) {
     for (const Entry* entry = entries_; entry != entries_ + size_; ++entry) {
-      if (entry->hash == name.hash && is_named(entry->section)) return entry->section;
+      if (entry->hash == name.hash && entry->section->name.view() == name.text) {
+        return entry->section;
+      }
     }
     return nullptr;
   }
+  const auto is_named = [&name](const RealSection* section) {
+    return section->name_hash == name.hash && section->name.view() == name.text;
+  };
   std::uint32_t slot = name.hash & Mask();
   while (slots_[slot] != nullptr && !is_named(slots_[slot])) slot = (slot + 1) & Mask();
   return slots_[slot];
 }
 
-void Children::Append(RealSection* child, const HashedName& name, Pool& pool) {
-  ReserveEntry(pool);
-  if (slots_ != nullptr || size_ >= MostWithoutTable) ReserveSlot(pool);
+void Children::Append(RealSection* child, const HashedName& name) {
+  ReserveEntry();
+  if (slots_ != nullptr || size_ >= MostWithoutTable) ReserveSlot();
   child->index = size_;
   child->name_hash = name.hash;
   entries_[size_] = {child, name.hash};
@@ -110,41 +115,40 @@ RealSection* Children::Remove(std::int32_t index) {
   return child;
 }
 
-void Children::Rename(std::int32_t index, std::string_view name, Pool& pool) {
+void Children::Rename(std::int32_t index, std::string_view name) {
   const HashedName new_name(name);
   Entry& entry = entries_[index];
-  entry.section->name.Assign(name, pool);
+  entry.section->name.Assign(name, *pool_);
   if (slots_ != nullptr) EmptySlot(entry.section);
   entry.hash = new_name.hash;
   entry.section->name_hash = new_name.hash;
   if (slots_ != nullptr) PutSlot(entry.section);
 }
 
-void Children::Release(Pool& pool) {
-  pool.Free(entries_, static_cast<std::size_t>(capacity_) * sizeof *entries_);
-  pool.Free(slots_, slot_count_ * sizeof *slots_);
-  *this = Children();
+void Children::Release() {
+  pool_->Free(entries_, static_cast<std::size_t>(capacity_) * sizeof *entries_);
+  pool_->Free(slots_, slot_count_ * sizeof *slots_);
 }
 
-void Children::ReserveEntry(Pool& pool) {
+void Children::ReserveEntry() {
   if (size_ < capacity_) return;
   const std::int32_t capacity = capacity_ > 0 ? 2 * capacity_ : FirstCapacity;
-  auto* entries = pool.AllocateArray<Entry>(static_cast<std::size_t>(capacity));
+  auto* entries = pool_->AllocateArray<Entry>(static_cast<std::size_t>(capacity));
   std::copy_n(entries_, size_, entries);
-  pool.Free(entries_, static_cast<std::size_t>(capacity_) * sizeof *entries_);
+  pool_->Free(entries_, static_cast<std::size_t>(capacity_) * sizeof *entries_);
   entries_ = entries;
   capacity_ = capacity;
 }
 
 // Makes room in the table for one section more.
-void Children::ReserveSlot(Pool& pool) {
+void Children::ReserveSlot() {
   const auto needed = (static_cast<std::uint32_t>(size_) + 1) * 2;
   if (needed <= slot_count_) return;
   std::uint32_t count = SmallestTable;
   while (count < needed) count *= 2;
-  auto* slots = pool.AllocateArray<RealSection*>(count);
+  auto* slots = pool_->AllocateArray<RealSection*>(count);
   std::fill_n(slots, count, nullptr);
-  pool.Free(slots_, slot_count_ * sizeof *slots_);
+  pool_->Free(slots_, slot_count_ * sizeof *slots_);
   slots_ = slots;
   slot_count_ = count;
   for (std::int32_t i = 0; i < size_; ++i) PutSlot(entries_[i].section);

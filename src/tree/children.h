@@ -21,9 +21,14 @@ struct HashedName {
 
 // The sections of one block, of which it keeps `index`: 0 to size() - 1, in order of creation. A
 // few names are found by looking at all of them, more through a hash table with linear probing. Its
-// memory is that of the tree, from the pool that each change is given.
+// memory is that of the tree.
 class Children {
  public:
+  explicit Children(Pool* tree_pool) : pool_(tree_pool) {}
+
+  // The pool of the tree.
+  Pool& pool() const { return *pool_; }
+
   std::int32_t size() const { return size_; }
 
   // The child with that index, which must exist, or with that name; null if no child has it.
@@ -31,15 +36,16 @@ class Children {
   RealSection* Find(const HashedName& name) const;
 
   // Adds `child` behind the others. No child may have its name, which is `name`.
-  void Append(RealSection* child, const HashedName& name, Pool& pool);
+  void Append(RealSection* child, const HashedName& name);
 
   // Takes the child with that index out; later ones move up.
   RealSection* Remove(std::int32_t index);
 
   // Gives the child with that index another name, which no child may have.
-  void Rename(std::int32_t index, std::string_view name, Pool& pool);
+  void Rename(std::int32_t index, std::string_view name);
 
-  void Release(Pool& pool);
+  // Gives its memory back. No use of it may follow.
+  void Release();
 
  private:
   struct Entry {
@@ -48,11 +54,12 @@ class Children {
   };
 
   std::uint32_t Mask() const { return slot_count_ - 1; }
-  void ReserveEntry(Pool& pool);
-  void ReserveSlot(Pool& pool);
+  void ReserveEntry();
+  void ReserveSlot();
   void PutSlot(RealSection* section);
   void EmptySlot(const RealSection* section);
 
+  Pool* pool_;                // not owned
   Entry* entries_ = nullptr;  // by index
   std::int32_t size_ = 0;
   std::int32_t capacity_ = 0;

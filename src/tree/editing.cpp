@@ -69,7 +69,7 @@ bool RealSection::SetName(const char* new_name, const char* path, std::int32_t c
 bool RealSection::Rename(std::string_view new_name) {
   if (new_name == name.view()) return true;
   if (parent->FindChild(HashedName(new_name)) != nullptr) return false;
-  parent->children->Rename(index, new_name, TreePool());
+  parent->children->Rename(index, new_name);
   return true;
 }
 
@@ -91,7 +91,7 @@ std::int32_t RealSection::GetSectionCount(const char* path) {
 // The section at `path`, or its child with that index if it isn't negative; null if there is none.
 RealSection* RealSection::FindByIndex(const char* path, std::int32_t child_index) {
   assert(path != nullptr);
-  RealSection* found = FindSection(path);
+  RealSection* found = *path == '\0' ? this : FindSection(path);
   if (found == nullptr || child_index < 0) return found;
   return child_index < found->child_count() ? found->children->at(child_index) : nullptr;
 }

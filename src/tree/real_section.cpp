@@ -20,8 +20,10 @@ RealSection* RealSection::Top() {
 
 Section* RealSection::GetTop() { return Top(); }
 
-// A section without a parent is always a root.
-Pool& RealSection::TreePool() { return static_cast<RootSection*>(Top())->pool; }
+Pool& RealSection::TreePool() {
+  if (parent != nullptr) return parent->children->pool();
+  return static_cast<RootSection*>(this)->pool;  // a section without a parent is always a root
+}
 
 RealSection* RealSection::FindSection(std::string_view path) {
   path = WithoutBlanks(path);
@@ -44,21 +46,23 @@ RealSection* RealSection::FindSection(std::string_view path) {
   }
 }
 
-RealSection* RealSection::AddChild(const HashedName& child_name, bool child_read_only, Pool& pool) {
+RealSection* RealSection::AddChild(const HashedName& child_name, bool child_read_only) {
+  Pool& pool = TreePool();
   auto* child = new (pool.Allocate(sizeof(RealSection))) RealSection(child_read_only);
   child->name.Assign(child_name.text, pool);
   child->parent = this;
-  if (children == nullptr) {
-    auto* first = new (pool.Allocate(sizeof(Children))) Children();
-    first->Append(child, child_name, pool);
-    children = first;
+  if (children != nullptr) {
+    children->Append(child, child_name);
   } else {
-    children->Append(child, child_name, pool);
+    auto* first = new (pool.Allocate(sizeof(Children))) Children(&pool);
+    first->Append(child, child_name);
+    children = first;
   }
   return child;
 }
 
-void RealSection::SetComment(std::string_view text, bool is_inline, Pool& pool) {
+void RealSection::SetComment(std::string_view text, bool is_inline) {
+  Pool& pool = TreePool();
   if (comments == nullptr) {
     if (text.empty()) return;
     comments = new (pool.Allocate(sizeof(Comments))) Comments();
@@ -78,7 +82,7 @@ void RealSection::Release(Pool& pool) {
   }
   if (children != nullptr) {
     for (std::int32_t i = 0; i < children->size(); ++i) children->at(i)->Release(pool);
-    children->Release(pool);
+    children->Release();
     pool.Free(children, sizeof *children);
   }
   pool.Free(this, sizeof *this);

@@ -63,11 +63,13 @@ class RealSection : public virtual Section {
     return children != nullptr ? children->Find(child_name) : nullptr;
   }
 
-  // Makes a child, behind the others. None of that name may exist. `pool` is the tree's, here and
-  // below.
-  RealSection* AddChild(const HashedName& child_name, bool child_read_only, Pool& pool);
+  // Makes a child, behind the others. None of that name may exist.
+  RealSection* AddChild(const HashedName& child_name, bool child_read_only);
 
-  void SetComment(std::string_view text, bool is_inline, Pool& pool);
+  void SetComment(std::string_view text, bool is_inline);
+
+  // The memory of the tree.
+  Pool& TreePool();
 
   // Whether this section was ever asked for a child, found or not, or had one: saved, it then has a
   // block, if an empty one.
@@ -105,7 +107,6 @@ class RealSection : public virtual Section {
   static const PoolText NoComment;
 
   RealSection* Top();
-  Pool& TreePool();  // from the root
   void Release(Pool& pool);
   RealSection* MakeSection(std::string_view path);
   RealSection* BeginSet(const char* path);

@@ -30,6 +30,7 @@ bool Refuse(const char* fault) {
 }  // namespace
 
 std::string_view WithoutBlanks(std::string_view text) {
+  if (!text.empty() && text.front() != ' ' && text.back() != ' ') return text;  // as a rule
   const std::size_t first = text.find_first_not_of(' ');
   if (first == std::string_view::npos) return text;
   return text.substr(first, text.find_last_not_of(' ') - first + 1);
@@ -44,10 +45,9 @@ bool CheckPathBegin(char first) {
 bool CheckPath(std::string_view path) {
   if (path.empty()) return true;
   if (!CheckPathBegin(path.front())) return false;
-  for (const char c : path) {
-    if (!PathBytes[static_cast<unsigned char>(c)]) return Refuse("unknown symbol in the path");
-  }
-  return true;
+  bool accepted = true;
+  for (const char c : path) accepted &= PathBytes[static_cast<unsigned char>(c)];
+  return accepted || Refuse("unknown symbol in the path");
 }
 
 }  // namespace confgrove

@@ -44,7 +44,7 @@ RealSection* RealSection::MakeSection(std::string_view path) {
         TraceHandler(LevelError, "nesting too deep");
         return nullptr;
       }
-      child = current->AddChild(component, read_only, TreePool());
+      child = current->AddChild(component, read_only);
     }
     if (dot == std::string_view::npos) return child;
     current = child;
@@ -73,7 +73,7 @@ bool RealSection::SetString(const char* text, const char* path) {
   assert(text != nullptr);
   RealSection* target = BeginSet(path);
   if (target == nullptr) return false;
-  target->value.Assign(text, TreePool());
+  target->value.Assign(text, target->TreePool());
   target->type = SectionType::String;
   return true;
 }
@@ -82,7 +82,7 @@ bool RealSection::SetLink(const char* target_path, const char* path) {
   assert(target_path != nullptr);
   RealSection* target = BeginSet(path);
   if (target == nullptr) return false;
-  target->value.Assign(target_path, TreePool());
+  target->value.Assign(target_path, target->TreePool());
   target->type = SectionType::Link;
   return true;
 }
@@ -90,7 +90,7 @@ bool RealSection::SetLink(const char* target_path, const char* path) {
 bool RealSection::SetDouble(double number, const char* path) {
   RealSection* target = BeginSet(path);
   if (target == nullptr) return false;
-  target->numbers.Assign(&number, 1, TreePool());
+  target->numbers.Assign(&number, 1, target->TreePool());
   target->type = SectionType::Number;
   return true;
 }
@@ -100,7 +100,7 @@ bool RealSection::SetDoubles(const double* values, std::int32_t count, const cha
   if (!read_only && (values == nullptr || count < 1)) return RefuseNumbers();
   RealSection* target = BeginSet(path);
   if (target == nullptr) return false;
-  target->numbers.Assign(values, static_cast<std::size_t>(count), TreePool());
+  target->numbers.Assign(values, static_cast<std::size_t>(count), target->TreePool());
   target->type = SectionType::Number;
   return true;
 }
@@ -131,9 +131,9 @@ bool RealSection::SetComment(const char* text, const char* path, bool is_inline)
   if (target == nullptr) return false;
   std::string_view comment = text;
   if (is_inline) {
-    target->SetComment(comment.substr(0, comment.find('\n')), true, TreePool());
+    target->SetComment(comment.substr(0, comment.find('\n')), true);
   } else {
-    target->SetComment(std::string(comment) + '\n', false, TreePool());
+    target->SetComment(std::string(comment) + '\n', false);
   }
   return true;
 }
