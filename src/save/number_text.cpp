@@ -21,10 +21,10 @@ constexpr double PowersOfTen[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1
 // from there its rounding is that of the number.
 bool RoundSafely(double product, std::uint64_t* rounded) {
   constexpr double Doubtful = 1e-3;
-  const double whole = std::floor(product);
-  const double above_half = product - whole - 0.5;
+  const auto whole = static_cast<std::int64_t>(product);
+  const double above_half = product - static_cast<double>(whole) - 0.5;
   if (std::fabs(above_half) < Doubtful) return false;
-  *rounded = static_cast<std::uint64_t>(whole) + (above_half > 0 ? 1 : 0);
+  *rounded = static_cast<std::uint64_t>(whole + (above_half > 0 ? 1 : 0));
   return true;
 }
 

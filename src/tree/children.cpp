@@ -53,31 +53,29 @@ std::uint32_t LoadWord(const char* from) {
   return word;
 }
 
-std::uint32_t Hash(std::string_view text) {
+}  // namespace
+
+HashedName::HashedName(std::string_view name) : text(name) {
   static const HashKeys keys = DrawKeys();
   std::uint64_t sum = keys[0] + keys[1] * text.size();
   if (text.size() < WordSize) {
     std::uint32_t word = 0;
     for (const char c : text) word = word << 8 | static_cast<unsigned char>(c);
     sum += keys[2] * word;
-    return static_cast<std::uint32_t>(sum >> 32);
-  }
-  const std::uint64_t* key = &keys[2];
-  const char* last_word = text.data() + text.size() - WordSize;
-  for (const char* from = text.data(); from < last_word; from += WordSize) {
-    sum += *key * LoadWord(from);
-    if (++key == keys.data() + keys.size() - 1) {  // go on with what there is as the first word
-      sum = keys[0] + keys[2] * (sum >> 32);
-      key = &keys[3];
+  } else {
+    const std::uint64_t* key = &keys[2];
+    const char* last_word = text.data() + text.size() - WordSize;
+    for (const char* from = text.data(); from < last_word; from += WordSize) {
+      sum += *key * LoadWord(from);
+      if (++key == keys.data() + keys.size() - 1) {  // go on with what there is as the first word
+        sum = keys[0] + keys[2] * (sum >> 32);
+        key = &keys[3];
+      }
     }
+    sum += *key * LoadWord(last_word);  // may share bytes with the word before
   }
-  sum += *key * LoadWord(last_word);  // may share bytes with the word before
-  return static_cast<std::uint32_t>(sum >> 32);
+  hash = static_cast<std::uint32_t>(sum >> 32);
 }
-
-}  // namespace
-
-HashedName::HashedName(std::string_view name) : text(name), hash(Hash(name)) {}
 
 RealSection* Children::Find(const HashedName& name) const {
   if (slots_ == nullptr) {

@@ -48,8 +48,10 @@ RealSection* RealSection::FindSection(std::string_view path) {
 
 RealSection* RealSection::AddChild(const HashedName& child_name, bool child_read_only) {
   Pool& pool = TreePool();
+  PoolText text;  // right in front of the node, where a look-up reads both
+  text.Assign(child_name.text, pool);
   auto* child = new (pool.Allocate(sizeof(RealSection))) RealSection(child_read_only);
-  child->name.Assign(child_name.text, pool);
+  child->name = text;
   child->parent = this;
   if (children != nullptr) {
     children->Append(child, child_name);

@@ -45,9 +45,16 @@ bool CheckPathBegin(char first) {
 bool CheckPath(std::string_view path) {
   if (path.empty()) return true;
   if (!CheckPathBegin(path.front())) return false;
-  bool accepted = true;
-  for (const char c : path) accepted &= PathBytes[static_cast<unsigned char>(c)];
-  return accepted || Refuse("unknown symbol in the path");
+  // All bytes are tested, four at a time: nearly every path is sound, and every look-up tests one.
+  const auto accepted = [](char c) { return PathBytes[static_cast<unsigned char>(c)]; };
+  bool sound = true;
+  const char* at = path.data();
+  const char* const end = at + path.size();
+  for (; end - at >= 4; at += 4) {
+    sound &= accepted(at[0]) & accepted(at[1]) & accepted(at[2]) & accepted(at[3]);
+  }
+  for (; at != end; ++at) sound &= accepted(*at);
+  return sound || Refuse("unknown symbol in the path");
 }
 
 }  // namespace confgrove
