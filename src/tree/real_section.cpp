@@ -28,21 +28,36 @@ Pool& RealSection::TreePool() {
 RealSection* RealSection::FindSection(std::string_view path) {
   path = WithoutBlanks(path);
   if (path.empty()) return this;
-  if (!CheckPath(path)) return nullptr;
+  if (!CheckPathBegin(path.front())) return nullptr;
+  std::string_view missing;
+  RealSection* reached = Follow(path, &missing);
+  if (missing.data() == nullptr) return reached;
+  if (!CheckPath(path)) return nullptr;  // a fault anywhere in the path comes before the miss
+  reached->entry_left = true;
+  TraceHandler(LevelFailedLookup, "section '%s': cannot find subsection: %s", name.c_str(),
+               std::string(missing.substr(0, missing.find('.'))).c_str());
+  return nullptr;
+}
+
+// Goes along `path` as far as there are sections, and gives the last one. `missing`, empty so far,
+// is set to what is left of the path, from the name that is not found on; a path that leads to its
+// end is sound in all its bytes. Behind a path stands a byte that no name can hold.
+RealSection* RealSection::Follow(std::string_view path, std::string_view* missing) {
   RealSection* current = this;
+  const char* at = path.data();
+  const char* const end = at + path.size();
   for (;;) {
-    const std::size_t dot = path.find('.');
-    const std::string_view component = path.substr(0, dot);
-    RealSection* child = current->FindChild(HashedName(component));
-    if (child == nullptr) {
-      current->entry_left = true;
-      TraceHandler(LevelFailedLookup, "section '%s': cannot find subsection: %s", name.c_str(),
-                   std::string(component).c_str());
-      return nullptr;
+    const char* const begin = at;
+    while (IsPathLetter(*at)) ++at;
+    const HashedName component({begin, static_cast<std::size_t>(at - begin)});
+    RealSection* child = current->FindChild(component);
+    if (child != nullptr && at == end) return child;
+    if (child == nullptr || *at != '.') {
+      *missing = {begin, static_cast<std::size_t>(end - begin)};
+      return current;
     }
-    if (dot == std::string_view::npos) return child;
     current = child;
-    path.remove_prefix(dot + 1);
+    ++at;
   }
 }
 

@@ -53,7 +53,7 @@ class RealSection : public virtual Section {
   std::int32_t GetSectionCount(const char* path) override;
 
   // The section at `path`, links not followed; null, with a message, if there is none. A root looks
-  // in its imports too.
+  // in its imports too. Behind `path` stands a byte that no name can hold, such as a NUL.
   virtual RealSection* FindSection(std::string_view path);
 
   std::int32_t child_count() const { return children != nullptr ? children->size() : 0; }
@@ -108,6 +108,7 @@ class RealSection : public virtual Section {
 
   RealSection* Top();
   void Release(Pool& pool);
+  RealSection* Follow(std::string_view path, std::string_view* missing);
   RealSection* MakeSection(std::string_view path);
   RealSection* BeginSet(const char* path);
   bool RemoveChild(std::string_view child_name);

@@ -2,6 +2,8 @@
 #ifndef CONFGROVE_TREE_TEXT_H
 #define CONFGROVE_TREE_TEXT_H
 
+#include <array>
+#include <cstddef>
 #include <string_view>
 
 namespace confgrove {
@@ -15,6 +17,20 @@ constexpr bool IsCyrillic(char c) {
   const auto byte = static_cast<unsigned char>(c);
   return (byte >= 0xC0 && byte != 0xC9 && byte != 0xE9) || byte == 0xA8 || byte == 0xB8;
 }
+
+constexpr std::array<bool, 256> MakePathLetters() {
+  std::array<bool, 256> letters{};
+  for (std::size_t i = 0; i < letters.size(); ++i) {
+    const char c = static_cast<char>(i);
+    letters[i] = IsAsciiLetter(c) || IsDigit(c) || IsCyrillic(c) || c == '_';
+  }
+  return letters;
+}
+
+inline constexpr std::array<bool, 256> PathLetters = MakePathLetters();
+
+// Whether the names in a path may hold the byte.
+constexpr bool IsPathLetter(char c) { return PathLetters[static_cast<unsigned char>(c)]; }
 
 // `text` without the blanks at its ends. A text of blanks alone comes back whole.
 std::string_view WithoutBlanks(std::string_view text);

@@ -31,30 +31,24 @@ bool RefuseNumbers() {
 RealSection* RealSection::MakeSection(std::string_view path) {
   path = WithoutBlanks(path);
   if (path.empty()) return this;
+  if (!CheckPathBegin(path.front())) return nullptr;
+  std::string_view missing;
+  RealSection* current = Follow(path, &missing);
+  if (missing.data() == nullptr) return current;
   if (!CheckPath(path)) return nullptr;
-  RealSection* current = this;
-  std::int32_t made_depth = 0;  // of the section made last; 0 as long as none was
-  for (;;) {
-    const std::size_t dot = path.find('.');
-    const HashedName component(path.substr(0, dot));
-    RealSection* child = made_depth > 0 ? nullptr : current->FindChild(component);
-    if (child == nullptr) {
-      if (made_depth == 0) made_depth = DepthOf(current);
-      if (++made_depth > MaxDepth) {
-        TraceHandler(LevelError, "nesting too deep");
-        return nullptr;
-      }
-      child = current->AddChild(component, read_only);
+  for (std::int32_t depth = DepthOf(current) + 1;; ++depth) {
+    if (depth > MaxDepth) {
+      TraceHandler(LevelError, "nesting too deep");
+      return nullptr;
     }
-    if (dot == std::string_view::npos) return child;
-    current = child;
-    path.remove_prefix(dot + 1);
+    const std::size_t dot = missing.find('.');
+    current = current->AddChild(HashedName(missing.substr(0, dot)), read_only);
+    if (dot == std::string_view::npos) return current;
+    missing.remove_prefix(dot + 1);
     // Behind a section just made, the rest is a path in its own right: its bytes are known to be
     // sound, its beginning isn't, and with nothing left that section is the target.
-    if (made_depth > 0) {
-      if (path.empty()) return current;
-      if (!CheckPathBegin(path.front())) return nullptr;
-    }
+    if (missing.empty()) return current;
+    if (!CheckPathBegin(missing.front())) return nullptr;
   }
 }
 
