@@ -28,6 +28,21 @@ bool RoundSafely(double product, std::uint64_t* rounded) {
   return true;
 }
 
+// Appends a whole number of up to six digits. False if it is none.
+bool AppendWhole(double number, TextBuffer* out) {
+  const double size = std::fabs(number);
+  if (!(size < 1e6) || (size == 0 && std::signbit(number))) return false;
+  auto rest = static_cast<std::uint32_t>(size);
+  if (static_cast<double>(rest) != size) return false;
+  char text[8];
+  char* begin = text + sizeof text;
+  do *--begin = static_cast<char>('0' + rest % 10);
+  while ((rest /= 10) > 0);
+  if (number < 0) *--begin = '-';
+  out->Append({begin, static_cast<std::size_t>(text + sizeof text - begin)});
+  return true;
+}
+
 // Appends a number from 0.0001 up to 1e6, the range that %g writes without an exponent. False if
 // it is none, or if its last digit is in doubt.
 bool AppendUsual(double number, TextBuffer* out) {
@@ -74,7 +89,7 @@ int CountDigits(std::uint64_t number) {
 }  // namespace
 
 void AppendNumber(double number, TextBuffer* out) {
-  if (AppendUsual(number, out)) return;
+  if (AppendWhole(number, out) || AppendUsual(number, out)) return;
   constexpr int SignificantDigits = 6;
   char buffer[LongestFixed];
   const auto result = std::to_chars(buffer, buffer + sizeof buffer, number,

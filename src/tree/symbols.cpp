@@ -16,13 +16,6 @@ bool Refuse(const char* fault) {
 
 }  // namespace
 
-std::string_view WithoutBlanks(std::string_view text) {
-  if (!text.empty() && text.front() != ' ' && text.back() != ' ') return text;  // as a rule
-  const std::size_t first = text.find_first_not_of(' ');
-  if (first == std::string_view::npos) return text;
-  return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
 bool CheckPathBegin(char first) {
   if (IsDigit(first)) return Refuse("section cannot begin with number");
   if (first == '.') return Refuse("path cannot begin with '.'");

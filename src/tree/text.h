@@ -33,7 +33,12 @@ inline constexpr std::array<bool, 256> PathLetters = MakePathLetters();
 constexpr bool IsPathLetter(char c) { return PathLetters[static_cast<unsigned char>(c)]; }
 
 // `text` without the blanks at its ends. A text of blanks alone comes back whole.
-std::string_view WithoutBlanks(std::string_view text);
+inline std::string_view WithoutBlanks(std::string_view text) {
+  if (text.empty() || (text.front() != ' ' && text.back() != ' ')) return text;  // as a rule
+  const std::size_t first = text.find_first_not_of(' ');
+  if (first == std::string_view::npos) return text;
+  return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
 
 // Symbols::check_path without the need for a string.
 bool CheckPath(std::string_view path);
