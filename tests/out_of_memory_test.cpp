@@ -40,7 +40,7 @@ bool Work(int operation, Config* config, Config* other) {
   switch (operation) {
     case 0: return Open("t") != nullptr;
     case 1: return ConfigPtr(ConfCreate(path, ConfCreateOpen, ConfNameFullPath)) != nullptr;
-    case 2: return config->GetString("l") != nullptr && config->GetString(Long) == nullptr;
+    case 2: return config->GetString("l") != nullptr && config->GetString("missing") == nullptr;
     case 3: return config->SetString(Long, "x.y.z");
     case 4: return config->SetLink(Long, Long);
     case 5: return config->SetInts(integers, 200, "b.n");
@@ -84,6 +84,7 @@ TEST(OutOfMemory, LosesNothingButTheCall) {
       SCOPED_TRACE(testing::Message() << "operation " << operation << ", allocation " << n);
       dir.WriteFile("t.cfg", "$import \"base\"\nl = @base.text b { n = [1,2] #c\n }\n");
       ConfigPtr config = Open("t"), other = Open(Long, ConfCreateNew);
+      EXPECT_TRUE(config->SetLink(Long, "missing"));
       auto* root = dynamic_cast<confgrove::RootSection*>(config.get());
       auto* other_root = dynamic_cast<confgrove::RootSection*>(other.get());
       bool done = false;

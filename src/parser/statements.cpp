@@ -163,7 +163,7 @@ bool ConfParser::ParseImport(const Body& body) {
   root->SetComment(pending_comment, false);
   pending_comment.clear();
   root->Attach(imported.get());
-  imported.release();
+  static_cast<void>(imported.release());  // the root owns it now
   return true;
 }
 

@@ -35,7 +35,7 @@ class RealSection : public virtual Section {
   std::int32_t GetDoubles(double* buffer, std::int32_t size, const char* path) override;
   std::int32_t GetInts(std::int32_t* buffer, std::int32_t size, const char* path) override;
   SectionType GetType(const char* path) override;
-  const char* GetComment(const char* path, bool inline_comment) override;
+  const char* GetComment(const char* path, bool is_inline) override;
 
   bool SetString(const char* text, const char* path) override;
   bool SetDouble(double number, const char* path) override;
@@ -44,7 +44,7 @@ class RealSection : public virtual Section {
   bool SetBool(bool truth, const char* path) override;
   bool SetInts(const std::int32_t* values, std::int32_t count, const char* path) override;
   bool SetLink(const char* target, const char* path) override;
-  bool SetComment(const char* text, const char* path, bool inline_comment) override;
+  bool SetComment(const char* text, const char* path, bool is_inline) override;
 
   bool RemoveSection(const char* path) override;
   const char* GetName(const char* path, std::int32_t child_index) override;

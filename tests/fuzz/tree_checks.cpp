@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
+#include <cstdlib>
 #include <sstream>
 
 #include "tree/text.h"
@@ -27,14 +29,18 @@ bool Holds(const PoolText& text, const char* bytes) {
   return text.view().find_first_of(bytes) != std::string_view::npos;
 }
 
+bool HasSixDigits(double number) {
+  char text[32];
+  std::snprintf(text, sizeof text, "%g", number);
+  return std::isfinite(number) && std::strtod(text, nullptr) == number;
+}
+
 bool ValueFits(const RealSection& section) {
   switch (section.type) {
     case SectionType::None: return section.child_count() > 0;
     case SectionType::String: return !Holds(section.value, "\"\r\n");
     case SectionType::Link: return !section.value.empty() && CheckPath(section.value.view());
-    default:
-      return std::all_of(section.numbers.begin(), section.numbers.end(),
-                         [](double number) { return std::isfinite(number); });
+    default: return std::all_of(section.numbers.begin(), section.numbers.end(), HasSixDigits);
   }
 }
 

@@ -17,7 +17,7 @@ bool IsSound(const confgrove::RootSection& root, Sections* seen);
 // link goes to what comes later or doesn't exist.
 bool FitsAFile(const confgrove::RealSection& section);
 
-// All that a file carries of what is below `section`: six digits of a number, and the rest whole.
+// All that a file carries of what is below `section`.
 std::string Dump(const confgrove::RealSection& section);
 
 #endif
