@@ -17,7 +17,15 @@ namespace {
 bool AfterSection = false;
 
 void WriteTabs(std::int32_t depth, TextBuffer* out) {
-  out->AppendRepeated(static_cast<std::size_t>(std::max(depth, 0)), '\t');
+  constexpr char Few[] = "\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t\t";  // 16, copied in one go
+  constexpr std::int32_t FewCount = sizeof Few - 1;
+  if (depth > FewCount) {
+    out->AppendRepeated(static_cast<std::size_t>(depth), '\t');
+    return;
+  }
+  char* const at = out->Reserve(FewCount);
+  std::memcpy(at, Few, FewCount);
+  out->Finish(at + depth);
 }
 
 std::int32_t Length(const PoolText& text) { return static_cast<std::int32_t>(text.size()); }
@@ -48,7 +56,7 @@ void WriteNumbers(const NumberList& numbers, TextBuffer* out) {
   for (const double number : numbers) {
     if (!first) out->Append(',');
     first = false;
-    AppendNumber(number, out);
+    out->Finish(WriteNumber(number, out->Reserve(NumberRoom)));
   }
   if (numbers.size() > 1) out->Append(']');
 }
@@ -69,20 +77,46 @@ void WriteValue(const RealSection& section, TextBuffer* out) {
   }
 }
 
-void WriteSection(const RealSection& section, std::int32_t depth, std::int32_t max_width,
+// The column of the inline comments in one block. Measuring is work, and most blocks have none.
+class CommentColumn {
+ public:
+  explicit CommentColumn(const RealSection& parent) : parent_(parent) {}
+
+  // The length of the longest line of the block.
+  std::int32_t width() {
+    if (width_ < 0) Measure();
+    return width_;
+  }
+
+ private:
+  void Measure() {
+    const std::int32_t count = parent_.child_count();
+    width_ = 0;
+    for (std::int32_t i = 0; i < count; ++i) {
+      width_ = std::max(width_, MeasureSection(*parent_.children->at(i)));
+    }
+  }
+
+  const RealSection& parent_;
+  std::int32_t width_ = -1;  // not measured yet
+};
+
+void WriteSection(const RealSection& section, std::int32_t depth, CommentColumn* column,
                   TextBuffer* out) {
   if (!section.HasEntries() && section.type == SectionType::None) {
     TraceHandler(LevelWarning, "[%s] - trying to save blank section without property. skipped\n",
                  section.name.c_str());
     return;
   }
-  if (!section.comment().empty() && AfterSection) out->Append('\n');
-  WriteComment(section.comment().c_str(), depth, out);
+  if (!section.comment().empty()) {
+    if (AfterSection) out->Append('\n');
+    WriteComment(section.comment().c_str(), depth, out);
+  }
   WriteTabs(depth, out);
   out->Append(section.name.view());
   WriteValue(section, out);
   if (!section.inline_comment().empty()) {
-    const std::int32_t blanks = max_width - MeasureSection(section) + 1;
+    const std::int32_t blanks = column->width() - MeasureSection(section) + 1;
     out->AppendRepeated(static_cast<std::size_t>(std::max(blanks, 0)), ' ');
     out->Append('#');
     out->Append(section.inline_comment().view());
@@ -112,16 +146,9 @@ void WriteComment(const char* comment, std::int32_t depth, TextBuffer* out) {
 
 void WriteSiblings(const RealSection& parent, std::int32_t depth, TextBuffer* out) {
   const std::int32_t count = parent.child_count();
-  std::int32_t max_width = 0;
-  bool aligns = false;  // measuring is work, and only inline comments need it
-  for (std::int32_t i = 0; i < count && !aligns; ++i) {
-    aligns = !parent.children->at(i)->inline_comment().empty();
-  }
-  for (std::int32_t i = 0; i < count && aligns; ++i) {
-    max_width = std::max(max_width, MeasureSection(*parent.children->at(i)));
-  }
+  CommentColumn column(parent);
   for (std::int32_t i = 0; i < count; ++i) {
-    WriteSection(*parent.children->at(i), depth, max_width, out);
+    WriteSection(*parent.children->at(i), depth, &column, out);
   }
 }
 
