@@ -70,17 +70,10 @@ void ConfParser::ParseValue(RealSection* target) {
   switch (NextToken()) {
     case TokenLink:
       if (root->FindSection(text) == nullptr) ReportError("link to undefined section");
-      target->value.Assign(text, root->pool);
-      target->type = SectionType::Link;
+      target->AssignText(SectionType::Link, text);
       break;
-    case TokenString:
-      target->value.Assign(text, root->pool);
-      target->type = SectionType::String;
-      break;
-    case TokenNumber:
-      target->numbers.Assign(&number, 1, root->pool);
-      target->type = SectionType::Number;
-      break;
+    case TokenString: target->AssignText(SectionType::String, text); break;
+    case TokenNumber: target->AssignNumbers(&number, 1); break;
     case TokenOpenArray: ParseArray(target); break;
     default: ReportError("expected number or \"string\" (may be array) after '='");
   }
@@ -107,8 +100,7 @@ void ConfParser::ParseArray(RealSection* target) {
     array.push_back(0);
     ReportWarning("empty array declaration, setting zero value");
   }
-  target->numbers.Assign(array.data(), array.size(), root->pool);
-  target->type = SectionType::Number;
+  target->AssignNumbers(array.data(), array.size());
 }
 
 void ConfParser::TakeComment(Body& body) {

@@ -14,8 +14,8 @@
 namespace confgrove {
 namespace {
 
-constexpr int SignificantDigits = 6;  // of a number that is written
-constexpr int Decimals = 6;           // of a number that is measured
+constexpr int SignificantDigits = 6;       // of a number that is written
+constexpr int Decimals = 6;                // of a number that is measured
 constexpr std::size_t LongestFixed = 320;  // sign, 309 digits, point, six decimals
 
 constexpr double PowersOfTen[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9};

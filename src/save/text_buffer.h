@@ -65,8 +65,8 @@ class TextBuffer {
 
   std::size_t Room() const { return Size - static_cast<std::size_t>(at_ - bytes_.get()); }
 
-  std::unique_ptr<char[]> bytes_;  // Size of them
-  char* at_;                       // where the next one goes
+  std::unique_ptr<char[]> bytes_;         // Size of them
+  char* at_;                              // where the next one goes
   Platform::OutputFile* file_ = nullptr;  // not owned
 };
 

@@ -20,13 +20,19 @@ class NumberList {
   const double* end() const { return begin() + size_; }
   double front() const { return *begin(); }
 
-  // Replaces what there was by copies of `count` numbers. Unchanged if there is no memory.
+  // Replaces what there was by copies of `count` numbers, 1 at least. Unchanged if there is no
+  // memory.
   void Assign(const double* numbers, std::size_t count, Pool& pool) {
-    double* many = count > 1 ? pool.AllocateArray<double>(count) : nullptr;
-    Release(pool);
+    if (count == 1) {
+      Release(pool);
+      one_ = *numbers;
+    } else {
+      double* many = pool.AllocateArray<double>(count);
+      std::copy_n(numbers, count, many);
+      Release(pool);
+      many_ = many;
+    }
     size_ = count;
-    if (many != nullptr) many_ = many;
-    std::copy_n(numbers, count, many != nullptr ? many : &one_);
   }
 
   void Release(Pool& pool) {

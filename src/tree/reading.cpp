@@ -25,8 +25,8 @@ RealSection* RealSection::FindTarget(const char* path) {
   RealSection* found = FindSection(path);
   RealSection* top = nullptr;
   while (found != nullptr && found->type == SectionType::Link) {
-    if (LinkTrail::Contains(found->link_trail_mark)) return nullptr;
-    LinkTrail::Append(&found->link_trail_mark);
+    if (LinkTrail::Contains(*found->link_trail_mark())) return nullptr;
+    LinkTrail::Append(found->link_trail_mark());
     if (top == nullptr) top = Top();
     try {
       found = top->FindSection(found->value.view());

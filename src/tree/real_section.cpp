@@ -79,23 +79,56 @@ RealSection* RealSection::AddChild(const HashedName& child_name, bool child_read
 }
 
 void RealSection::SetComment(std::string_view text, bool is_inline) {
+  if (extras == nullptr && text.empty()) return;
   Pool& pool = TreePool();
-  if (comments == nullptr) {
-    if (text.empty()) return;
-    comments = new (pool.Allocate(sizeof(Comments))) Comments();
+  Extras& made = MakeExtras(pool);
+  (is_inline ? made.inline_comment : made.comment).Assign(text, pool);
+}
+
+RealSection::Extras& RealSection::MakeExtras(Pool& pool) {
+  if (extras == nullptr) extras = new (pool.Allocate(sizeof(Extras))) Extras();
+  return *extras;
+}
+
+void RealSection::AssignText(SectionType text_type, std::string_view text) {
+  Pool& pool = TreePool();
+  if (text_type == SectionType::Link) MakeExtras(pool);
+  if (type == SectionType::Number) {
+    PoolText made;
+    made.Assign(text, pool);
+    numbers.Release(pool);
+    new (&value) PoolText(made);
+  } else {
+    value.Assign(text, pool);
   }
-  (is_inline ? comments->behind : comments->above).Assign(text, pool);
+  type = text_type;
+}
+
+void RealSection::AssignNumbers(const double* values, std::size_t count) {
+  Pool& pool = TreePool();
+  if (type != SectionType::Number) {
+    NumberList made;
+    made.Assign(values, count, pool);
+    value.Release(pool);
+    new (&numbers) NumberList(made);
+  } else {
+    numbers.Assign(values, count, pool);
+  }
+  type = SectionType::Number;
 }
 
 // Gives the memory of this section and all below it back. No use of it may follow.
 void RealSection::Release(Pool& pool) {
   name.Release(pool);
-  value.Release(pool);
-  numbers.Release(pool);
-  if (comments != nullptr) {
-    comments->above.Release(pool);
-    comments->behind.Release(pool);
-    pool.Free(comments, sizeof *comments);
+  if (type == SectionType::Number) {
+    numbers.Release(pool);
+  } else {
+    value.Release(pool);
+  }
+  if (extras != nullptr) {
+    extras->comment.Release(pool);
+    extras->inline_comment.Release(pool);
+    pool.Free(extras, sizeof *extras);
   }
   if (children != nullptr) {
     for (std::int32_t i = 0; i < children->size(); ++i) children->at(i)->Release(pool);

@@ -66,6 +66,11 @@ class RealSection : public virtual Section {
   // Makes a child, behind the others. None of that name may exist.
   RealSection* AddChild(const HashedName& child_name, bool child_read_only);
 
+  // Gives it a type, and the value that goes with it: a text, or the path of a link's target; or
+  // `count` numbers, 1 at least. Unchanged if there is no memory.
+  void AssignText(SectionType text_type, std::string_view text);
+  void AssignNumbers(const double* values, std::size_t count);
+
   void SetComment(std::string_view text, bool is_inline);
 
   // The memory of the tree.
@@ -75,10 +80,13 @@ class RealSection : public virtual Section {
   // block, if an empty one.
   bool HasEntries() const { return entry_left || children != nullptr; }
 
-  const PoolText& comment() const { return comments != nullptr ? comments->above : NoComment; }
+  const PoolText& comment() const { return extras != nullptr ? extras->comment : NoComment; }
   const PoolText& inline_comment() const {
-    return comments != nullptr ? comments->behind : NoComment;
+    return extras != nullptr ? extras->inline_comment : NoComment;
   }
+
+  // The place of a link on LinkTrail.
+  LinkTrail::Mark* link_trail_mark() { return &extras->link_trail_mark; }
 
   // What it is.
   PoolText name;
@@ -86,13 +94,14 @@ class RealSection : public virtual Section {
   std::int32_t index = 0;         // place among the siblings; Children keeps it, and
   std::uint32_t name_hash = 0;    // the hash of a child's name
 
-  // What it holds. `type` says which of `value` and `numbers` counts; the other may keep old data.
+  // What it holds. `type` says which of `value` and `numbers` is there.
   SectionType type = SectionType::None;
   bool read_only;           // changes asked of this section are refused
   bool entry_left = false;  // a lookup that failed here has left its mark
-  PoolText value;           // a text, or the path of a link's target
-  NumberList numbers;       // at least one in a Number section
-  LinkTrail::Mark link_trail_mark = 0;
+  union {
+    PoolText value{};    // of a String or a Link; empty in a section without a type
+    NumberList numbers;  // of a Number: at least one
+  };
   Children* children = nullptr;  // null: never had one
 
  protected:
@@ -100,13 +109,16 @@ class RealSection : public virtual Section {
   virtual bool Rename(std::string_view new_name);
 
  private:
-  struct Comments {
-    PoolText above;   // lines, each ending in LF
-    PoolText behind;  // on the section's own line
+  // What few sections have.
+  struct Extras {
+    PoolText comment;         // lines, each ending in LF
+    PoolText inline_comment;  // on the section's own line
+    LinkTrail::Mark link_trail_mark = 0;
   };
   static const PoolText NoComment;
 
   RealSection* Top();
+  Extras& MakeExtras(Pool& pool);
   void Release(Pool& pool);
   RealSection* Follow(std::string_view path, std::string_view* missing);
   RealSection* MakeSection(std::string_view path);
@@ -115,7 +127,7 @@ class RealSection : public virtual Section {
   RealSection* FindTarget(const char* path);
   RealSection* FindByIndex(const char* path, std::int32_t child_index);
 
-  Comments* comments = nullptr;  // null: none
+  Extras* extras = nullptr;  // null: none; a Link has them
 };
 
 }  // namespace confgrove

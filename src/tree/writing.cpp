@@ -67,8 +67,7 @@ bool RealSection::SetString(const char* text, const char* path) {
   assert(text != nullptr);
   RealSection* target = BeginSet(path);
   if (target == nullptr) return false;
-  target->value.Assign(text, target->TreePool());
-  target->type = SectionType::String;
+  target->AssignText(SectionType::String, text);
   return true;
 }
 
@@ -76,16 +75,14 @@ bool RealSection::SetLink(const char* target_path, const char* path) {
   assert(target_path != nullptr);
   RealSection* target = BeginSet(path);
   if (target == nullptr) return false;
-  target->value.Assign(target_path, target->TreePool());
-  target->type = SectionType::Link;
+  target->AssignText(SectionType::Link, target_path);
   return true;
 }
 
 bool RealSection::SetDouble(double number, const char* path) {
   RealSection* target = BeginSet(path);
   if (target == nullptr) return false;
-  target->numbers.Assign(&number, 1, target->TreePool());
-  target->type = SectionType::Number;
+  target->AssignNumbers(&number, 1);
   return true;
 }
 
@@ -94,8 +91,7 @@ bool RealSection::SetDoubles(const double* values, std::int32_t count, const cha
   if (!read_only && (values == nullptr || count < 1)) return RefuseNumbers();
   RealSection* target = BeginSet(path);
   if (target == nullptr) return false;
-  target->numbers.Assign(values, static_cast<std::size_t>(count), target->TreePool());
-  target->type = SectionType::Number;
+  target->AssignNumbers(values, static_cast<std::size_t>(count));
   return true;
 }
 
