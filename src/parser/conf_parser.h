@@ -49,6 +49,7 @@ class ConfParser {
 
   // tokens.cpp: reading one token, which becomes `token`.
   TokenKind NextToken();
+  bool TakeAssign();
   TokenKind ReadToken();
   TokenKind ReadString();
   TokenKind ReadComment();

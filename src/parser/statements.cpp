@@ -16,7 +16,10 @@ std::int32_t ConfParser::ParseBody(RealSection* body) {
   while (!bodies.empty()) {
     Body& here = bodies.back();
     switch (NextToken()) {
-      case TokenName: BeginSection(here); break;
+      case TokenName:
+        BeginSection(here);
+        if (!bodies.empty() && TakeAssign()) Assign(here);
+        break;
       case TokenAssign: Assign(here); break;
       case TokenComment: TakeComment(here); break;
       case TokenOpenBody: EnterBody(here); break;

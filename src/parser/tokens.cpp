@@ -18,14 +18,21 @@ TokenKind ConfParser::NextToken() {
   return token;
 }
 
+// NextToken for " =", which most names have behind them. False if something else comes next.
+bool ConfParser::TakeAssign() {
+  if (at[0] != ' ' || at[1] != '=') return false;
+  at += 2;
+  previous_token = token;
+  token = TokenAssign;
+  return true;
+}
+
 TokenKind ConfParser::ReadToken() {
   for (;;) {
+    while (*at == '\t' || *at == ' ') ++at;
     const char c = *at;
     switch (Look(Classes.lead, c)) {
-      case Lead::Blank:
-        do ++at;
-        while (*at == ' ' || *at == '\t');
-        break;
+      case Lead::Blank: ++at; break;
       case Lead::LineEnd:
         if (at == end) return TokenEnd;
         ++at;
