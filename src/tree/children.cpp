@@ -6,6 +6,7 @@
 #include <chrono>
 #include <cstring>
 #include <exception>
+#include <new>
 #include <random>
 
 #include "tree/pool.h"
@@ -79,7 +80,7 @@ HashedName::HashedName(std::string_view name) : text(name) {
 
 RealSection* Children::Find(const HashedName& name) const {
   if (slots_ == nullptr) {
-    for (const Entry* entry = entries_; entry != entries_ + size_; ++entry) {
+    for (const Entry* entry = entries(); entry != entries() + size_; ++entry) {
       if (entry->hash == name.hash && entry->section->name.view() == name.text) {
         return entry->section;
       }
@@ -94,28 +95,34 @@ RealSection* Children::Find(const HashedName& name) const {
   return slots_[slot];
 }
 
-void Children::Append(RealSection* child, const HashedName& name) {
-  ReserveEntry();
-  if (slots_ != nullptr || size_ >= MostWithoutTable) ReserveSlot();
-  child->index = size_;
+void Children::Append(Children** list, Pool& pool, RealSection* child, const HashedName& name) {
+  Children* children = *list;
+  if (children == nullptr) {
+    children = new (pool.Allocate(SizeWith(FirstCapacity))) Children(&pool, FirstCapacity);
+  } else {
+    if (children->slots_ != nullptr || children->size_ >= MostWithoutTable) children->ReserveSlot();
+    if (children->size_ == children->capacity_) children = children->MoveToLarger();
+  }
+  child->index = children->size_;
   child->name_hash = name.hash;
-  entries_[size_] = {child, name.hash};
-  if (slots_ != nullptr) PutSlot(child);
-  ++size_;
+  children->entries()[children->size_] = {child, name.hash};
+  if (children->slots_ != nullptr) children->PutSlot(child);
+  ++children->size_;
+  *list = children;
 }
 
 RealSection* Children::Remove(std::int32_t index) {
-  RealSection* child = entries_[index].section;
+  RealSection* child = at(index);
   if (slots_ != nullptr) EmptySlot(child);
-  std::copy(entries_ + index + 1, entries_ + size_, entries_ + index);
+  std::copy(entries() + index + 1, entries() + size_, entries() + index);
   --size_;
-  for (std::int32_t later = index; later < size_; ++later) --entries_[later].section->index;
+  for (std::int32_t later = index; later < size_; ++later) --at(later)->index;
   return child;
 }
 
 void Children::Rename(std::int32_t index, std::string_view name) {
   const HashedName new_name(name);
-  Entry& entry = entries_[index];
+  Entry& entry = entries()[index];
   entry.section->name.Assign(name, *pool_);
   if (slots_ != nullptr) EmptySlot(entry.section);
   entry.hash = new_name.hash;
@@ -124,18 +131,18 @@ void Children::Rename(std::int32_t index, std::string_view name) {
 }
 
 void Children::Release() {
-  pool_->Free(entries_, static_cast<std::size_t>(capacity_) * sizeof *entries_);
   pool_->Free(slots_, slot_count_ * sizeof *slots_);
+  pool_->Free(this, SizeWith(capacity_));
 }
 
-void Children::ReserveEntry() {
-  if (size_ < capacity_) return;
-  const std::int32_t capacity = capacity_ > 0 ? 2 * capacity_ : FirstCapacity;
-  auto* entries = pool_->AllocateArray<Entry>(static_cast<std::size_t>(capacity));
-  std::copy_n(entries_, size_, entries);
-  pool_->Free(entries_, static_cast<std::size_t>(capacity_) * sizeof *entries_);
-  entries_ = entries;
-  capacity_ = capacity;
+// Gives the one that takes its place, with room for as many entries again.
+Children* Children::MoveToLarger() {
+  const std::int32_t capacity = 2 * capacity_;
+  auto* larger = new (pool_->Allocate(SizeWith(capacity))) Children(*this);
+  larger->capacity_ = capacity;
+  std::copy_n(entries(), size_, larger->entries());
+  pool_->Free(this, SizeWith(capacity_));
+  return larger;
 }
 
 // Makes room in the table for one section more.
@@ -149,7 +156,7 @@ void Children::ReserveSlot() {
   pool_->Free(slots_, slot_count_ * sizeof *slots_);
   slots_ = slots;
   slot_count_ = count;
-  for (std::int32_t i = 0; i < size_; ++i) PutSlot(entries_[i].section);
+  for (std::int32_t i = 0; i < size_; ++i) PutSlot(at(i));
 }
 
 void Children::PutSlot(RealSection* section) {

@@ -2,6 +2,7 @@
 #ifndef CONFGROVE_TREE_CHILDREN_H
 #define CONFGROVE_TREE_CHILDREN_H
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -20,11 +21,13 @@ struct HashedName {
 };
 
 // The sections of one block, of which it keeps `index`: 0 to size() - 1, in order of creation. A
-// few names are found by looking at all of them, more through a hash table with linear probing. Its
-// memory is that of the tree.
+// few names are found by looking at all of them, more through a hash table with linear probing. It
+// lies in the pool of the tree with its entries right behind it, where a look-up reads both.
 class Children {
  public:
-  explicit Children(Pool* tree_pool) : pool_(tree_pool) {}
+  // Adds `child` behind the others of `*list`, which is made if it is null, and may move. No child
+  // may have its name, which is `name`. Nothing has changed if there is no memory.
+  static void Append(Children** list, Pool& pool, RealSection* child, const HashedName& name);
 
   // The pool of the tree.
   Pool& pool() const { return *pool_; }
@@ -32,11 +35,8 @@ class Children {
   std::int32_t size() const { return size_; }
 
   // The child with that index, which must exist, or with that name; null if no child has it.
-  RealSection* at(std::int32_t index) const { return entries_[index].section; }
+  RealSection* at(std::int32_t index) const { return entries()[index].section; }
   RealSection* Find(const HashedName& name) const;
-
-  // Adds `child` behind the others. No child may have its name, which is `name`.
-  void Append(RealSection* child, const HashedName& name);
 
   // Takes the child with that index out; later ones move up.
   RealSection* Remove(std::int32_t index);
@@ -53,16 +53,22 @@ class Children {
     std::uint32_t hash;  // of its name; a look at it spares most looks at the section
   };
 
+  Children(Pool* tree_pool, std::int32_t capacity) : pool_(tree_pool), capacity_(capacity) {}
+
+  static std::size_t SizeWith(std::int32_t capacity) {
+    return sizeof(Children) + static_cast<std::size_t>(capacity) * sizeof(Entry);
+  }
+  Entry* entries() { return reinterpret_cast<Entry*>(this + 1); }  // by index
+  const Entry* entries() const { return reinterpret_cast<const Entry*>(this + 1); }
   std::uint32_t Mask() const { return slot_count_ - 1; }
-  void ReserveEntry();
+  Children* MoveToLarger();
   void ReserveSlot();
   void PutSlot(RealSection* section);
   void EmptySlot(const RealSection* section);
 
-  Pool* pool_;                // not owned
-  Entry* entries_ = nullptr;  // by index
+  Pool* pool_;  // not owned
   std::int32_t size_ = 0;
-  std::int32_t capacity_ = 0;
+  std::int32_t capacity_;  // for so many entries there is room
 
   // The table: a power of two of slots, at most half of them filled. None while there are few
   // entries; once made it stays.

@@ -68,13 +68,7 @@ RealSection* RealSection::AddChild(const HashedName& child_name, bool child_read
   auto* child = new (pool.Allocate(sizeof(RealSection))) RealSection(child_read_only);
   child->name = text;
   child->parent = this;
-  if (children != nullptr) {
-    children->Append(child, child_name);
-  } else {
-    auto* first = new (pool.Allocate(sizeof(Children))) Children(&pool);
-    first->Append(child, child_name);
-    children = first;
-  }
+  Children::Append(&children, pool, child, child_name);
   return child;
 }
 
@@ -133,7 +127,6 @@ void RealSection::Release(Pool& pool) {
   if (children != nullptr) {
     for (std::int32_t i = 0; i < children->size(); ++i) children->at(i)->Release(pool);
     children->Release();
-    pool.Free(children, sizeof *children);
   }
   pool.Free(this, sizeof *this);
 }

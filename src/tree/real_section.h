@@ -88,21 +88,19 @@ class RealSection : public virtual Section {
   // The place of a link on LinkTrail.
   LinkTrail::Mark* link_trail_mark() { return &extras->link_trail_mark; }
 
-  // What it is.
+  // What a look-up reads comes first, close together.
   PoolText name;
-  RealSection* parent = nullptr;  // not owned; null on a root
-  std::int32_t index = 0;         // place among the siblings; Children keeps it, and
-  std::uint32_t name_hash = 0;    // the hash of a child's name
-
-  // What it holds. `type` says which of `value` and `numbers` is there.
+  Children* children = nullptr;  // null: never had one
+  std::uint32_t name_hash = 0;   // of a child's name; Children keeps it
   SectionType type = SectionType::None;
-  bool read_only;           // changes asked of this section are refused
-  bool entry_left = false;  // a lookup that failed here has left its mark
-  union {
+  union {                // `type` says which of them is there
     PoolText value{};    // of a String or a Link; empty in a section without a type
     NumberList numbers;  // of a Number: at least one
   };
-  Children* children = nullptr;  // null: never had one
+  RealSection* parent = nullptr;  // not owned; null on a root
+  std::int32_t index = 0;         // place among the siblings; Children keeps it
+  bool read_only;                 // changes asked of this section are refused
+  bool entry_left = false;        // a lookup that failed here has left its mark
 
  protected:
   // Sets `name`, and the key under which the section is known. False if that is taken.
