@@ -74,6 +74,11 @@ bool RealSection::Rename(std::string_view new_name) {
 }
 
 const char* RealSection::GetName(const char* path, std::int32_t child_index) {
+  assert(path != nullptr);
+  assert(path != nullptr);
+  if (*path == '\0' && child_index >= 0) {  // what a listing takes
+    return child_index < child_count() ? children->at(child_index)->name.c_str() : nullptr;
+  }
   const RealSection* found = FindByIndex(path, child_index);
   return found != nullptr ? found->name.c_str() : nullptr;
 }
@@ -86,14 +91,6 @@ std::int32_t RealSection::GetSectionCount(const char* path) {
   assert(path != nullptr);
   const RealSection* found = FindSection(path);
   return found != nullptr ? found->child_count() : -1;
-}
-
-// The section at `path`, or its child with that index if it isn't negative; null if there is none.
-RealSection* RealSection::FindByIndex(const char* path, std::int32_t child_index) {
-  assert(path != nullptr);
-  RealSection* found = *path == '\0' ? this : FindSection(path);
-  if (found == nullptr || child_index < 0) return found;
-  return child_index < found->child_count() ? found->children->at(child_index) : nullptr;
 }
 
 }  // namespace confgrove

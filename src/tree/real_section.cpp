@@ -1,6 +1,7 @@
 // RealSection: its life, and the way along a path.
 #include "tree/real_section.h"
 
+#include <cassert>
 #include <new>
 #include <string>
 
@@ -59,6 +60,14 @@ RealSection* RealSection::Follow(std::string_view path, std::string_view* missin
     current = child;
     ++at;
   }
+}
+
+// The section at `path`, or its child with that index if it isn't negative; null if there is none.
+RealSection* RealSection::FindByIndex(const char* path, std::int32_t child_index) {
+  assert(path != nullptr);
+  RealSection* found = *path == '\0' ? this : FindSection(path);
+  if (found == nullptr || child_index < 0) return found;
+  return child_index < found->child_count() ? found->children->at(child_index) : nullptr;
 }
 
 RealSection* RealSection::AddChild(const HashedName& child_name, bool child_read_only) {
