@@ -45,8 +45,7 @@ void ConfParser::BeginSection(Body& body) {
     ReportError("expected '=' or '{'");
     return;
   }
-  const HashedName name(text);
-  if (body.section->FindChild(name) != nullptr) {
+  if (body.section->FindChild(text) != nullptr) {
     ReportError("section redefinition");
     return;
   }
@@ -55,7 +54,7 @@ void ConfParser::BeginSection(Body& body) {
     bodies.clear();  // one message is enough: nobody reads on, and no body misses its end
     return;
   }
-  body.last = body.section->AddChild(name, body.section->read_only);
+  body.last = body.section->AddChild(text, body.section->read_only);
   if (pending_comment.empty()) return;
   body.last->SetComment(pending_comment, false);
   pending_comment.clear();

@@ -54,9 +54,7 @@ std::uint32_t LoadWord(const char* from) {
   return word;
 }
 
-}  // namespace
-
-HashedName::HashedName(std::string_view name) : text(name) {
+std::uint32_t Hash(std::string_view text) {
   static const HashKeys keys = DrawKeys();
   std::uint64_t sum = keys[0] + keys[1] * text.size();
   if (text.size() < WordSize) {
@@ -75,27 +73,40 @@ HashedName::HashedName(std::string_view name) : text(name) {
     }
     sum += *key * LoadWord(last_word);  // may share bytes with the word before
   }
-  hash = static_cast<std::uint32_t>(sum >> 32);
+  return static_cast<std::uint32_t>(sum >> 32);
 }
 
-RealSection* Children::Find(const HashedName& name) const {
+// Tells most names of a small block apart, for less than a hash: three of the bytes, and the size.
+std::uint32_t Tag(std::string_view name) {
+  if (name.empty()) return 0;
+  const auto byte = [name](std::size_t i) -> std::uint32_t {
+    return static_cast<unsigned char>(name[i]);
+  };
+  const std::size_t last = name.size() - 1;
+  return byte(0) | byte(last / 2) << 8 | byte(last) << 16 |
+         static_cast<std::uint32_t>(name.size() & 0xFF) << 24;
+}
+
+}  // namespace
+
+RealSection* Children::Find(std::string_view name) const {
   if (slots_ == nullptr) {
+    const std::uint32_t tag = Tag(name);
     for (const Entry* entry = entries(); entry != entries() + size_; ++entry) {
-      if (entry->hash == name.hash && entry->section->name.view() == name.text) {
-        return entry->section;
-      }
+      if (entry->tag == tag && entry->section->name.view() == name) return entry->section;
     }
     return nullptr;
   }
-  const auto is_named = [&name](const RealSection* section) {
-    return section->name_hash == name.hash && section->name.view() == name.text;
+  const std::uint32_t hash = Hash(name);
+  const auto is_named = [hash, name](const RealSection* section) {
+    return section->name_hash == hash && section->name.view() == name;
   };
-  std::uint32_t slot = name.hash & Mask();
+  std::uint32_t slot = hash & Mask();
   while (slots_[slot] != nullptr && !is_named(slots_[slot])) slot = (slot + 1) & Mask();
   return slots_[slot];
 }
 
-void Children::Append(Children** list, Pool& pool, RealSection* child, const HashedName& name) {
+void Children::Append(Children** list, Pool& pool, RealSection* child, std::string_view name) {
   Children* children = *list;
   if (children == nullptr) {
     children = new (pool.Allocate(SizeWith(FirstCapacity))) Children(&pool, FirstCapacity);
@@ -104,9 +115,11 @@ void Children::Append(Children** list, Pool& pool, RealSection* child, const Has
     if (children->size_ == children->capacity_) children = children->MoveToLarger();
   }
   child->index = children->size_;
-  child->name_hash = name.hash;
-  children->entries()[children->size_] = {child, name.hash};
-  if (children->slots_ != nullptr) children->PutSlot(child);
+  children->entries()[children->size_] = {child, Tag(name)};
+  if (children->slots_ != nullptr) {
+    child->name_hash = Hash(name);
+    children->PutSlot(child);
+  }
   ++children->size_;
   *list = children;
 }
@@ -121,13 +134,13 @@ RealSection* Children::Remove(std::int32_t index) {
 }
 
 void Children::Rename(std::int32_t index, std::string_view name) {
-  const HashedName new_name(name);
   Entry& entry = entries()[index];
   entry.section->name.Assign(name, *pool_);
-  if (slots_ != nullptr) EmptySlot(entry.section);
-  entry.hash = new_name.hash;
-  entry.section->name_hash = new_name.hash;
-  if (slots_ != nullptr) PutSlot(entry.section);
+  entry.tag = Tag(name);
+  if (slots_ == nullptr) return;
+  EmptySlot(entry.section);
+  entry.section->name_hash = Hash(name);
+  PutSlot(entry.section);
 }
 
 void Children::Release() {
@@ -153,6 +166,9 @@ void Children::ReserveSlot() {
   while (count < needed) count *= 2;
   auto* slots = pool_->AllocateArray<RealSection*>(count);
   std::fill_n(slots, count, nullptr);
+  for (std::int32_t i = 0; i < size_ && slots_ == nullptr; ++i) {
+    at(i)->name_hash = Hash(at(i)->name.view());
+  }
   pool_->Free(slots_, slot_count_ * sizeof *slots_);
   slots_ = slots;
   slot_count_ = count;

@@ -11,23 +11,15 @@ namespace confgrove {
 class Pool;
 class RealSection;
 
-// A name to look up or to add, hashed once. Keys of the hash are drawn anew in each process, so
-// that no file can be made whose names collide.
-struct HashedName {
-  explicit HashedName(std::string_view name);
-
-  std::string_view text;
-  std::uint32_t hash;
-};
-
 // The sections of one block, of which it keeps `index`: 0 to size() - 1, in order of creation. A
-// few names are found by looking at all of them, more through a hash table with linear probing. It
-// lies in the pool of the tree with its entries right behind it, where a look-up reads both.
+// few names are found by looking at all of them, more through a hash table with linear probing.
+// Keys of the hash are drawn anew in each process, so that no file can be made whose names collide.
+// It lies in the pool of the tree with its entries right behind it, where a look-up reads both.
 class Children {
  public:
   // Adds `child` behind the others of `*list`, which is made if it is null, and may move. No child
   // may have its name, which is `name`. Nothing has changed if there is no memory.
-  static void Append(Children** list, Pool& pool, RealSection* child, const HashedName& name);
+  static void Append(Children** list, Pool& pool, RealSection* child, std::string_view name);
 
   // The pool of the tree.
   Pool& pool() const { return *pool_; }
@@ -36,7 +28,7 @@ class Children {
 
   // The child with that index, which must exist, or with that name; null if no child has it.
   RealSection* at(std::int32_t index) const { return entries()[index].section; }
-  RealSection* Find(const HashedName& name) const;
+  RealSection* Find(std::string_view name) const;
 
   // Takes the child with that index out; later ones move up.
   RealSection* Remove(std::int32_t index);
@@ -50,7 +42,7 @@ class Children {
  private:
   struct Entry {
     RealSection* section;
-    std::uint32_t hash;  // of its name; a look at it spares most looks at the section
+    std::uint32_t tag;  // of its name; a look at it spares most looks at the section
   };
 
   Children(Pool* tree_pool, std::int32_t capacity) : pool_(tree_pool), capacity_(capacity) {}

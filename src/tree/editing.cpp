@@ -22,7 +22,7 @@ bool RealSection::RemoveSection(const char* path) {
   for (;;) {
     const std::size_t dot = rest.find('.');
     const std::string_view component = rest.substr(0, dot);
-    RealSection* found = holder->FindChild(HashedName(component));
+    RealSection* found = holder->FindChild(component);
     if (found == nullptr) {
       holder->entry_left = true;
       TraceHandler(LevelFailedLookup, "cannot find sub_section:%s", std::string(component).c_str());
@@ -45,7 +45,7 @@ bool RealSection::RemoveChild(std::string_view child_name) {
     }
     return false;
   }
-  const RealSection* child = FindChild(HashedName(child_name));
+  const RealSection* child = FindChild(child_name);
   if (child == nullptr) return false;
   children->Remove(child->index)->Release(TreePool());
   return true;
@@ -68,7 +68,7 @@ bool RealSection::SetName(const char* new_name, const char* path, std::int32_t c
 
 bool RealSection::Rename(std::string_view new_name) {
   if (new_name == name.view()) return true;
-  if (parent->FindChild(HashedName(new_name)) != nullptr) return false;
+  if (parent->FindChild(new_name) != nullptr) return false;
   parent->children->Rename(index, new_name);
   return true;
 }

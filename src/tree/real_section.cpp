@@ -50,7 +50,7 @@ RealSection* RealSection::Follow(std::string_view path, std::string_view* missin
   for (;;) {
     const char* const begin = at;
     while (IsPathLetter(*at)) ++at;
-    const HashedName component({begin, static_cast<std::size_t>(at - begin)});
+    const std::string_view component(begin, static_cast<std::size_t>(at - begin));
     RealSection* child = current->FindChild(component);
     if (child != nullptr && at == end) return child;
     if (child == nullptr || *at != '.') {
@@ -70,10 +70,10 @@ RealSection* RealSection::FindByIndex(const char* path, std::int32_t child_index
   return child_index < found->child_count() ? found->children->at(child_index) : nullptr;
 }
 
-RealSection* RealSection::AddChild(const HashedName& child_name, bool child_read_only) {
+RealSection* RealSection::AddChild(std::string_view child_name, bool child_read_only) {
   Pool& pool = TreePool();
   PoolText text;  // right in front of the node, where a look-up reads both
-  text.Assign(child_name.text, pool);
+  text.Assign(child_name, pool);
   auto* child = new (pool.Allocate(sizeof(RealSection))) RealSection(child_read_only);
   child->name = text;
   child->parent = this;

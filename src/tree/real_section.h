@@ -59,12 +59,12 @@ class RealSection : public virtual Section {
   std::int32_t child_count() const { return children != nullptr ? children->size() : 0; }
 
   // The child of that name; null, without a message, if there is none.
-  RealSection* FindChild(const HashedName& child_name) const {
+  RealSection* FindChild(std::string_view child_name) const {
     return children != nullptr ? children->Find(child_name) : nullptr;
   }
 
   // Makes a child, behind the others. None of that name may exist.
-  RealSection* AddChild(const HashedName& child_name, bool child_read_only);
+  RealSection* AddChild(std::string_view child_name, bool child_read_only);
 
   // Gives it a type, and the value that goes with it: a text, or the path of a link's target; or
   // `count` numbers, 1 at least. Unchanged if there is no memory.
@@ -91,7 +91,7 @@ class RealSection : public virtual Section {
   // What a look-up reads comes first, close together.
   PoolText name;
   Children* children = nullptr;  // null: never had one
-  std::uint32_t name_hash = 0;   // of a child's name; Children keeps it
+  std::uint32_t name_hash = 0;   // of its name; Children keeps it, in large blocks
   SectionType type = SectionType::None;
   union {                // `type` says which of them is there
     PoolText value{};    // of a String or a Link; empty in a section without a type

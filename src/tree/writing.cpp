@@ -42,7 +42,7 @@ RealSection* RealSection::MakeSection(std::string_view path) {
       return nullptr;
     }
     const std::size_t dot = missing.find('.');
-    current = current->AddChild(HashedName(missing.substr(0, dot)), read_only);
+    current = current->AddChild(missing.substr(0, dot), read_only);
     if (dot == std::string_view::npos) return current;
     missing.remove_prefix(dot + 1);
     // Behind a section just made, the rest is a path in its own right: its bytes are known to be

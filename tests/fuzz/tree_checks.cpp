@@ -19,8 +19,7 @@ bool ChildrenAreSound(const RealSection& section, Sections* seen) {
     const RealSection* child = section.children->at(i);
     sound = child != nullptr && child->index == i && child->parent == &section &&
             child->read_only == section.read_only &&
-            section.FindChild(HashedName(child->name.view())) == child &&
-            ChildrenAreSound(*child, seen);
+            section.FindChild(child->name.view()) == child && ChildrenAreSound(*child, seen);
   }
   return sound;
 }
