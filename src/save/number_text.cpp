@@ -67,15 +67,16 @@ void WriteBytes(std::uint64_t bytes, char* out) {
 // from there its rounding is that of the number.
 bool RoundSafely(double product, std::uint64_t* rounded) {
   constexpr double Doubtful = 1e-3;
-  const auto whole = static_cast<std::int64_t>(product + 0.5);
+  const double above = product + 0.5;
+  const auto whole = static_cast<std::int64_t>(above);
   *rounded = static_cast<std::uint64_t>(whole);
   return std::fabs(product - static_cast<double>(whole)) < 0.5 - Doubtful;
 }
 
 // How many digits a number below 1,000,000 has.
 int CountDigits(std::uint32_t number) {
-  return 1 + (number >= 10) + (number >= 100) + (number >= 1000) + (number >= 10000) +
-         (number >= 100000);
+  return 1 + (number >= 10 ? 1 : 0) + (number >= 100 ? 1 : 0) + (number >= 1000 ? 1 : 0) +
+         (number >= 10000 ? 1 : 0) + (number >= 100000 ? 1 : 0);
 }
 
 // WriteNumber for 0 and for 1 up to 1e6. Null if the last digit is in doubt.
@@ -93,12 +94,14 @@ char* WriteFromOne(double size, char* out) {
 
 // WriteNumber for 0.0001 up to 1: all that %g writes without an exponent.
 char* WriteBelowOne(double size, char* out) {
-  const int zeros = (size < 1e-1) + (size < 1e-2) + (size < 1e-3);  // behind the point
+  // Behind the point.
+  const int zeros = (size < 1e-1 ? 1 : 0) + (size < 1e-2 ? 1 : 0) + (size < 1e-3 ? 1 : 0);
   std::uint64_t rounded = 0;
   if (!RoundSafely(size * PowersOfTen[SignificantDigits + zeros], &rounded)) return nullptr;
   if (rounded >= 1000000) return nullptr;
   const SixDigits digits(static_cast<std::uint32_t>(rounded));
-  std::memcpy(out, "0.000", 5);
+  constexpr std::string_view Begin = "0.000";
+  std::memcpy(out, Begin.data(), Begin.size());
   WriteBytes(digits.text, out + 2 + zeros);
   return out + 2 + zeros + digits.used;
 }

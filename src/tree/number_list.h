@@ -27,7 +27,7 @@ class NumberList {
       Release(pool);
       one_ = *numbers;
     } else {
-      double* many = pool.AllocateArray<double>(count);
+      auto* many = pool.AllocateArray<double>(count);
       std::copy_n(numbers, count, many);
       Release(pool);
       many_ = many;
