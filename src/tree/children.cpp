@@ -166,8 +166,8 @@ void Children::ReserveSlot() {
   while (count < needed) count *= 2;
   auto* slots = pool_->AllocateArray<RealSection*>(count);
   std::fill_n(slots, count, nullptr);
-  for (std::int32_t i = 0; i < size_ && slots_ == nullptr; ++i) {
-    at(i)->name_hash = Hash(at(i)->name.view());
+  if (slots_ == nullptr) {  // nobody has needed their hashes so far
+    for (std::int32_t i = 0; i < size_; ++i) at(i)->name_hash = Hash(at(i)->name.view());
   }
   pool_->Free(slots_, slot_count_ * sizeof *slots_);
   slots_ = slots;

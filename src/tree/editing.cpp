@@ -75,7 +75,6 @@ bool RealSection::Rename(std::string_view new_name) {
 
 const char* RealSection::GetName(const char* path, std::int32_t child_index) {
   assert(path != nullptr);
-  assert(path != nullptr);
   if (*path == '\0' && child_index >= 0) {  // what a listing takes
     return child_index < child_count() ? children->at(child_index)->name.c_str() : nullptr;
   }

@@ -85,7 +85,7 @@ class RealSection : public virtual Section {
     return extras != nullptr ? extras->inline_comment : NoComment;
   }
 
-  // The place of a link on LinkTrail.
+  // The place of a Link on LinkTrail; no other section need have one.
   LinkTrail::Mark* link_trail_mark() { return &extras->link_trail_mark; }
 
   // What a look-up reads comes first, close together.
