@@ -3,8 +3,12 @@
 // `MakeWideTree` and `MakeDeepTree`.
 #include <benchmark/benchmark.h>
 #include <confgrove/confgrove.h>
+#include <confgrove/problem.h>
+#include <confgrove/save_in_place.h>
+#include <confgrove/values.h>
 
 #include <cstring>
+#include <filesystem>
 #include <map>
 #include <memory>
 #include <stdexcept>
@@ -84,6 +88,51 @@ void Save(benchmark::State& state, MakeFunction make) {
   Report(&state, tree.sections);
 }
 
+// One number changed and saved in place. `of_load_and_save` is its time in those of a load of the
+// same file and a canonical save.
+void SaveOneChange(benchmark::State& state, MakeFunction make) {
+  const Case& tree = CaseOf(state, make);
+  const std::string copy = std::filesystem::path(tree.file).replace_filename("edited.cfg").string();
+  std::filesystem::copy_file(tree.file, copy, std::filesystem::copy_options::overwrite_existing);
+  double number = 0, load = 0, save = 0, in_place = 0;
+  for (auto _ : state) {
+    std::unique_ptr<Config> config;
+    load += CpuSeconds(
+        [&] { config.reset(ConfCreate(copy.c_str(), ConfCreateOpen, ConfNameFullPath)); });
+    const Query& query = tree.queries.front();
+    Section* block = config.get();
+    for (const std::string& name : query.base) block = block->GetSection(name.c_str());
+    block->SetDouble(++number, query.path.c_str());
+    confgrove::SaveResult result;
+    const double seconds = CpuSeconds([&] { result = confgrove::SaveInPlace(config.get()); });
+    if (result.outcome != confgrove::SaveOutcome::Written || result.edits.size() != 1) {
+      state.SkipWithError("not one change");
+    }
+    in_place += seconds;
+    state.SetIterationTime(seconds);
+    config->SetName("written", "");
+    save += CpuSeconds([&] { config->Save(); });
+  }
+  Report(&state, tree.sections);
+  state.counters["of_load_and_save"] = in_place / (load + save);
+}
+
+// All problems of a sound file: there are none. `of_load` is its time in that of a load.
+void CheckSound(benchmark::State& state, MakeFunction make) {
+  const Case& tree = CaseOf(state, make);
+  double load = 0, check = 0;
+  for (auto _ : state) {
+    load += CpuSeconds([&] { Open(tree); });
+    std::size_t problems = 0;
+    const double seconds = CpuSeconds([&] { problems = confgrove::Check(tree.file).size(); });
+    if (problems > 0) state.SkipWithError("a sound file has problems");
+    check += seconds;
+    state.SetIterationTime(seconds);
+  }
+  Report(&state, tree.sections);
+  state.counters["of_load"] = check / load;
+}
+
 // A number to find from a block, by three names.
 struct Target {
   Section* block;
@@ -111,6 +160,41 @@ double HeapOfLookups(const std::vector<Target>& targets) {
     }
   }
   return StopCounting().peak;
+}
+
+// A configuration as programs have them, a number by a path of one name or of three.
+struct SmallCase {
+  explicit SmallCase(const benchmark::State& state)
+      : config(ConfCreate("small", ConfCreateNew)),
+        path(state.range(0) == 1 ? "setting5" : "block5.inner.setting5") {
+    for (int i = 0; i < 100; ++i) {
+      const std::string block = "block" + std::to_string(i / 10) + ".inner.";
+      const std::string name = "setting" + std::to_string(i % 10);
+      config->SetInt(i, name.c_str());
+      config->SetInt(i, (block + name).c_str());
+    }
+  }
+  std::unique_ptr<Config> config;
+  const char* path;
+};
+
+void GetPlainNumber(benchmark::State& state) {
+  const SmallCase small(state);
+  for (auto _ : state) {
+    double value = 0;
+    small.config->GetDouble(&value, small.path);
+    benchmark::DoNotOptimize(value);
+  }
+}
+
+// The same by a reader.
+void GetTypedNumber(benchmark::State& state) {
+  const SmallCase small(state);
+  confgrove::Reader reader(*small.config);
+  for (auto _ : state) {
+    double value = reader.Get(small.path, 0.0);
+    benchmark::DoNotOptimize(value);
+  }
 }
 
 void GetNumber(benchmark::State& state, MakeFunction make) {
@@ -186,6 +270,10 @@ BENCHMARK_CAPTURE(ParseAndDestroy, deep, MakeDeepTree)->Arg(200)->Apply(Single);
 BENCHMARK_CAPTURE(Save, mixed, MakeTree)->Apply(Linear);
 BENCHMARK_CAPTURE(Save, wide, MakeWideTree)->Arg(100000)->Apply(Single);
 BENCHMARK_CAPTURE(Save, deep, MakeDeepTree)->Arg(200)->Apply(Single);
+BENCHMARK_CAPTURE(SaveOneChange, mixed, MakeTree)->Apply(Linear);
+BENCHMARK_CAPTURE(CheckSound, mixed, MakeTree)->Apply(Linear);
+BENCHMARK(GetPlainNumber)->ArgName("names")->Arg(1)->Arg(3);
+BENCHMARK(GetTypedNumber)->ArgName("names")->Arg(1)->Arg(3);
 BENCHMARK_CAPTURE(GetNumber, mixed, MakeTree)->Apply(AllSizes);
 BENCHMARK_CAPTURE(GetNumber, wide, MakeWideTree)->Arg(20)->Arg(100000);
 BENCHMARK_CAPTURE(GetNumber, deep, MakeDeepTree)->Arg(200);

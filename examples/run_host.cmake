@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Runs host on a copy of tidewatch/ and compares what it prints and what it saves.
 file(REMOVE_RECURSE ${WORK})
 file(COPY ${EXAMPLES}/tidewatch DESTINATION ${WORK})

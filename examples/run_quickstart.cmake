@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Runs quickstart on a copy of taste.cfg and compares what it prints and what it saves.
 file(REMOVE_RECURSE ${WORK})
 file(COPY ${EXAMPLES}/taste.cfg DESTINATION ${WORK})

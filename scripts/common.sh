@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # shellcheck shell=bash
 # What the scripts share. Sourced, never run; leaves the shell in the top directory.
 set -euo pipefail
@@ -49,13 +50,16 @@ install_packages() {
 
 # What building with the preset dev, tests and tool included, takes.
 need_build_packages() {
-  need_packages cmake ninja-build g++ libcli11-dev libdtl-dev libgtest-dev nlohmann-json3-dev
+  need_packages cmake ninja-build g++ jq libboost-dev libcli11-dev libconfig++-dev libdtl-dev \
+    libgtest-dev libtomlplusplus-dev nlohmann-json3-dev
 }
 
-# The tests run in a locale with a decimal comma and grouping.
+# A test takes a locale with a decimal comma and grouping. Where there is none and none can be made,
+# the test says that it is skipped.
 need_german_locale() {
-  need_packages locales
-  locale -a | grep -qix 'de_DE\.utf-\?8' || as_root localedef -i de_DE -f UTF-8 de_DE.UTF-8
+  locale -a | grep -qix 'de_DE\.utf-\?8' && return
+  (need_packages locales && as_root localedef -i de_DE -f UTF-8 de_DE.UTF-8) ||
+    echo "There is no locale de_DE.UTF-8 here, and none can be made" >&2
 }
 
 # configure PRESET [CMake arguments]

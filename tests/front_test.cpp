@@ -2,8 +2,10 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <iostream>
 
 #include "support.h"
+#include "systems.h"
 
 // In a process of its own, which has set nothing.
 TEST(Settings, StartValues) {
@@ -23,26 +25,64 @@ TEST(Settings, StartValues) {
                           "cannot open import file:no-such-file.cfg\n0 error(s), 0 warning(s)\n"));
 }
 
+TEST(Settings, TheSameDirectoryStaysWhereItIs) {
+  const TempDir dir;
+  const char* const root = ConfGetRoot();
+  ConfSet(root, ".x", 0, nullptr);
+  ConfSet(dir.Path("").substr(0, dir.Path("").size() - 1).c_str(), nullptr, 0, nullptr);
+  ConfCreate(dir.Path("a.b").c_str(), ConfCreateOpen, ConfNameFullPath);
+  EXPECT_EQ(ConfGetRoot(), root);
+  EXPECT_EQ(root, dir.Path(""));
+}
+
+namespace {
+
+// Made before the library is first called.
+struct SavesAtTheEnd {
+  ~SavesAtTheEnd() {
+    if (config == nullptr) return;
+    std::cerr << config->Save() << config->GetFileName();
+    std::filesystem::remove_all(ConfGetRoot());
+  }
+  Config* config = nullptr;
+} AtTheEnd;
+
+}  // namespace
+
+TEST(SettingsDeathTest, StaticObjectsSaveAtTheEnd) {
+  GTEST_FLAG_SET(death_test_style, "threadsafe");  // in a process of its own
+  const TempDir dir;
+  const auto use = [&dir] {
+    AtTheEnd.config = ConfCreate("static", ConfCreateNew);
+    AtTheEnd.config->SetInt(1, "a");
+    std::string root = dir.Path();
+    ConfSet(root.c_str(), ".a_long_extension", 0, nullptr);
+    AtTheEnd.config->GetFileName();
+    std::exit(0);
+  };
+  EXPECT_EXIT(use(), testing::ExitedWithCode(0), "^1.+static.a_long_extension$");
+}
+
 TEST(Settings, PathsOfRelativeAndFullNames) {
   const struct {
     const char *root, *extension, *name;  // without a root, the name is a full path
     const char *new_root, *file, *next;   // `next`: what the name `n` leads to afterwards
   } cases[] = {
       {"", nullptr, "a", "", "a.cfg", "n.cfg"},
-      {"  no such ", "conf", " a ", "no such/", "a.conf", "n.conf"},
+      {"  no such ", "conf", " a ", "no such~", "a.conf", "n.conf"},
       {"   ", "", "a", "", "a.", "n."},
-      {"\tno ", " x", "a", "\tno/", "a. x", "n. x"},
+      {"\tno ", " x", "a", "\tno~", "a. x", "n. x"},
       {"no\\", "", "a.b", "no\\", "a.b", "n."},
-      {"no/", ".cfg", "A.cfg.bak", "no/", "A.cfg.bak", "n.cfg"},
-      {"no", nullptr, "/a.CFG", "no/", "/a.CFG.cfg", "n.cfg"},
-      {"no", nullptr, "  ", "no/", "  .cfg", "n.cfg"},
-      {nullptr, nullptr, "no/such/b.conf", "no/such/", "b.conf", "n.conf"},
+      {"no/", ".cfg", "A.cfg.bak", "no/^", "A.cfg.bak", "n.cfg"},
+      {"no", nullptr, "/a.CFG", "no~", "/a.CFG.cfg", "n.cfg"},
+      {"no", nullptr, "  ", "no~", "  .cfg", "n.cfg"},
+      {nullptr, nullptr, "no/such/b.conf", "no/such/^", "b.conf", "n.conf"},
       {nullptr, nullptr, "no\\such\\b", "no\\such\\", "b.", "n."},
       {nullptr, nullptr, "b.x.cfg", "", "b.x.cfg", "n.cfg"},
-      {nullptr, nullptr, " /no/d.d/b ", "/no/d.d/", "b.", "n."},
-      {nullptr, nullptr, "c:\\no/.cfg", "c:\\no/", ".cfg", "n.cfg"},
-      {nullptr, nullptr, "c:b.cfg", "c:/", "b.cfg", "n.cfg"},
-      {nullptr, nullptr, "no/b.cfg.cfg", "no/", "b.cfg", "n.cfg"},  // b.cfg holds the extension
+      {nullptr, nullptr, " /no/d.d/b ", "/no/d.d/^", "b.", "n."},
+      {nullptr, nullptr, "c:\\no/.cfg", "c:\\no/^", ".cfg", "n.cfg"},
+      {nullptr, nullptr, "c:b.cfg", "c:~", "b.cfg", "n.cfg"},
+      {nullptr, nullptr, "no/b.cfg.cfg", "no/^", "b.cfg", "n.cfg"},  // b.cfg holds the extension
   };
   const TempDir restores_the_settings;
   for (const auto& c : cases) {
@@ -50,14 +90,14 @@ TEST(Settings, PathsOfRelativeAndFullNames) {
     TraceLog log;
     ConfSet(c.root ? c.root : "x", c.root ? c.extension : ".x", 2, nullptr);
     ConfCreate(c.name, ConfCreateOpen, c.root ? ConfNameRelative : ConfNameFullPath);
-    EXPECT_STREQ(ConfGetRoot(), c.new_root);
+    EXPECT_EQ(ConfGetRoot(), ForThisSystem(c.new_root));
     Open("n");
     const std::string from = "2 Translating config file: ", to = "\n1 cannot open import file:";
     const std::string counts = "\n3 0 error(s), 0 warning(s)\n";
     EXPECT_EQ(log.Text(), from + c.name + to + c.file + counts + from + "n" + to + c.next + counts);
   }
   ConfCreate("sub/x.y", static_cast<ConfCreateFlag>(5), ConfNameFullPath);
-  EXPECT_STREQ(ConfGetRoot(), "sub/");  // whatever becomes of the load
+  EXPECT_EQ(ConfGetRoot(), ForThisSystem("sub/^"));  // whatever becomes of the load
 }
 
 TEST(ConfCreate, NamesTheRootAndLabelsItsMessages) {
@@ -72,8 +112,8 @@ TEST(ConfCreate, NamesTheRootAndLabelsItsMessages) {
       ConfCreate(dir.Path("sub/a.conf").c_str(), ConfCreateOpenAlways, ConfNameFullPath));
   EXPECT_STREQ(config->GetName(""), "a");
   const std::string error = ", error: syntax error\n3 1 error(s), 0 warning(s)\n";
-  EXPECT_EQ(log.Take(),
-            "1 a.cfg(1)" + error + "1 a.cfg.cfg(1)" + error + "1 sub/a.conf(2)" + error);
+  EXPECT_EQ(log.Take(), "1 a.cfg(1)" + error + "1 a.cfg.cfg(1)" + error + "1 " +
+                            ForThisSystem("sub/^a.conf(2)") + error);
   for (int i = 0; i <= 5; i++) EXPECT_EQ(Open("", static_cast<ConfCreateFlag>(i)), nullptr);
   EXPECT_STREQ(Open("  ", ConfCreateNew)->GetName(""), "  ");
   EXPECT_EQ(log.Text(), "");

@@ -73,7 +73,7 @@ void operator delete[](void* memory, std::size_t) noexcept { Release(memory); }
 
 TEST(OutOfMemory, LosesNothingButTheCall) {
   TempDir dir;
-  dir.WriteFile("base.cfg", "base { text = \"the text of a section that is imported\" }\n");
+  dir.WriteFile("base.cfg", "base_of_all { text = \"the text of a section that is imported\" }\n");
   TraceLog();  // at its end it leaves a handler that takes no memory
   ConfSetTrace(2, nullptr);
   for (int operation = 0; operation < Operations; operation++) {
@@ -82,7 +82,7 @@ TEST(OutOfMemory, LosesNothingButTheCall) {
     // At first nothing fails, so that what is kept to the end of the process is there.
     for (long n = -1; failed; n++) {
       SCOPED_TRACE(testing::Message() << "operation " << operation << ", allocation " << n);
-      dir.WriteFile("t.cfg", "$import \"base\"\nl = @base.text b { n = [1,2] #c\n }\n");
+      dir.WriteFile("t.cfg", "$import \"base\"\nl = @base_of_all.text b { n = [1,2] #c\n }\n");
       ConfigPtr config = Open("t"), other = Open(Long, ConfCreateNew);
       EXPECT_TRUE(config->SetLink(Long, "missing"));
       auto* root = dynamic_cast<confgrove::RootSection*>(config.get());

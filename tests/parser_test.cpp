@@ -90,17 +90,24 @@ TEST(Parser, FaultyTexts) {
   }
   ExpectLoads({
       // Most errors leave the rest to be read.
-      {"= 1\na\nb = 1\na = 2\n2 @a , ]\nc = # d\ne = @f\ng = @1\nh = \"x\ni = [1 \"s\" @h # c\n,] ="
-       "\n$ /**/ import 1 =\nj { = 1 } =",
-       "t1! unexpected '='\nt1! syntax error\nt3! expected '=' or '{'\nt4! section redefinition\n"
-       "t5! syntax error\nt5! syntax error\nt5! syntax error\nt5! syntax error\n"
-       "t7! expected number or \"string\" (may be array) after '='\n"
-       "7 section 't': cannot find subsection: f\nt7! link to undefined section\n"
-       "t8! illegal char in link definition\nt9! \" outline\n"
-       "t10! syntax error in array declaration\nt10! syntax error in array declaration\n"
-       "t11! syntax error in array declaration\nt11? unnecessary comma before ']'\n"
-       "t11! unexpected '='\nt12! expected \"filename\" after $import directive\n"
-       "t12! unexpected '='\nt13! unexpected '='\nt13! syntax error\nt13! unexpected '='"},
+      {"= 1", "t1! unexpected '='\nt1! syntax error"},
+      {"a\nb = 1", "t2! expected '=' or '{'"},
+      {"a = 1 a = 2", "t1! section redefinition"},
+      {"a = 1 2", "t1! syntax error"},
+      {"a = 1 @a ", "t1! syntax error"},
+      {"a = 1,", "t1! syntax error"},
+      {"a = 1]", "t1! syntax error"},
+      {"a = # b\n", "t2! expected number or \"string\" (may be array) after '='"},  // a line late
+      {"a = @b ", "7 section 't': cannot find subsection: b\nt1! link to undefined section"},
+      {"a = @1 ", "t1! illegal char in link definition"},  // and then it leads to a itself
+      {"a = \"x\nb = 1", "t1! \" outline"},
+      {"a = [1 \"s\"]", "t1! syntax error in array declaration"},
+      {"a = 1 b = [1 @a ]", "t1! syntax error in array declaration"},
+      {"a = [1 # b\n]", "t2! syntax error in array declaration"},
+      {"a = [1,] =", "t1? unnecessary comma before ']'\nt1! unexpected '='"},
+      {"a = 1 = 2", "t1! unexpected '='\nt1! syntax error"},
+      {"$ /**/ import 1", "t1! expected \"filename\" after $import directive"},
+      {"a { = 1 }", "t1! unexpected '='\nt1! syntax error"},
       {"a { b = 1 } { b = 2 }", "t1! section redefinition\nt1! syntax error"},
       {"a = @a\0 "sv, "1 unknown symbol in the path\nt1! link to undefined section"},
       {"a = @\0 "sv, "1 unknown symbol in the path\nt1! link to undefined section"},
@@ -125,7 +132,8 @@ TEST(Parser, FaultyTexts) {
 TEST(Parser, Numbers) {
   std::istringstream cases(
       "5=5 5.=5 .5=0.5 +5=5 -5=-5 -.5=-0.5 +.5=0.5 007=7 1d3=1000 1D+3=1000 1e3=1000 1.5E-3=0.0015 "
-      "0.1=0.1 4.9e-324=4.9e-324 1e400=inf -1d400=-inf 9007199254740993=9007199254740992 1e=1 "
+      "0.1=0.1 9.243589052319255=9.243589052319255 4.9e-324=4.9e-324 1e400=inf -1d400=-inf "
+      "9007199254740993=9007199254740992 1e=1 "
       "1d+=1 12.e-=12 .=0 -=0 0.0=0 000=0 -0=-0 0.00=0 -0.0=-0 0000=0 .e55=0 1e-400=0");
   for (std::string item; cases >> item;) {
     SCOPED_TRACE(item);

@@ -12,6 +12,8 @@
 #include <utility>
 #include <vector>
 
+#include "systems.h"
+
 namespace {
 
 TraceLog* CurrentLog = nullptr;
@@ -45,7 +47,7 @@ TraceLog::~TraceLog() {
   ConfSetTrace(CurrentLevel = 0, nullptr);
 }
 
-std::string TraceLog::Take() { return std::exchange(text, ""); }
+std::string TraceLog::Take() { return std::exchange(text_, ""); }
 
 void TraceLog::Receive(std::int32_t level, const char* format, ...) {
   if (CurrentLog == nullptr) return;
@@ -60,29 +62,29 @@ void TraceLog::Receive(std::int32_t level, const char* format, ...) {
   const std::string directory = CurrentDir == nullptr ? "" : CurrentDir->Path();
   const std::size_t at = directory.empty() ? std::string::npos : message.find(directory);
   if (at != std::string::npos) message.erase(at, directory.size());
-  CurrentLog->text += std::to_string(level) + " " + message + "\n";
+  CurrentLog->text_ += std::to_string(level) + " " + message + "\n";
 }
 
 TempDir::TempDir()
-    : path(std::filesystem::temp_directory_path() /
-           ("confgrove_" + std::to_string(std::random_device()()))),
-      outer(std::exchange(CurrentDir, this)) {
-  std::filesystem::create_directory(path);
+    : path_(std::filesystem::temp_directory_path() /
+            ("confgrove_" + std::to_string(std::random_device()()))),
+      outer_(std::exchange(CurrentDir, this)) {
+  std::filesystem::create_directory(path_);
   ConfSet(Path().c_str(), nullptr, CurrentLevel, nullptr);
 }
 
 TempDir::~TempDir() {
-  CurrentDir = outer;
-  ConfSet(outer == nullptr ? "" : outer->Path().c_str(), nullptr, CurrentLevel, nullptr);
-  std::filesystem::remove_all(path);
+  CurrentDir = outer_;
+  ConfSet(outer_ == nullptr ? "" : outer_->Path().c_str(), nullptr, CurrentLevel, nullptr);
+  RemoveAll(path_);
 }
 
 void TempDir::WriteFile(const std::string& name, const std::string& bytes) const {
-  EXPECT_TRUE(std::ofstream(path / name, std::ios::binary) << bytes) << name;
+  EXPECT_TRUE(std::ofstream(path_ / name, std::ios::binary) << bytes) << name;
 }
 
 std::string TempDir::ReadFile(const std::string& name) const {
-  std::ifstream file(path / name, std::ios::binary);
+  std::ifstream file(path_ / name, std::ios::binary);
   EXPECT_TRUE(file) << name;
   return std::string(std::istreambuf_iterator<char>(file), {});
 }
@@ -119,5 +121,5 @@ std::string Saved(Config* config) {
   }();
   EXPECT_TRUE(saved_before && config->Save());
   std::ifstream file(config->GetFileName(), std::ios::binary);
-  return std::string(std::istreambuf_iterator<char>(file), {});
+  return WithoutLineEnds(std::string(std::istreambuf_iterator<char>(file), {}));
 }

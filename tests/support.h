@@ -17,13 +17,13 @@ class TraceLog {
 
   // One line for each message: its level, a blank and its text, without the path of the TempDir:
   // "1 t.cfg(1), error: syntax error\n", "7 section 't': cannot find subsection: x\n".
-  const std::string& Text() const { return text; }
+  const std::string& Text() const { return text_; }
   std::string Take();  // the same, and forgets it
 
  private:
   static void Receive(std::int32_t level, const char* format, ...);
 
-  std::string text;
+  std::string text_;
 };
 
 // A fresh directory. While it lives it is the root directory, and the extension is ".cfg"; at its
@@ -34,13 +34,13 @@ class TempDir {
   ~TempDir();
 
   // Names are relative to the directory and hold the extension. Bytes go as they are.
-  std::string Path(const std::string& name = "") const { return (path / name).string(); }
+  std::string Path(const std::string& name = "") const { return (path_ / name).string(); }
   void WriteFile(const std::string& name, const std::string& bytes) const;
   std::string ReadFile(const std::string& name) const;  // a missing file fails the test
 
  private:
-  std::filesystem::path path;
-  TempDir* outer;
+  std::filesystem::path path_;
+  TempDir* outer_;
 };
 
 using ConfigPtr = std::unique_ptr<Config>;
@@ -53,8 +53,8 @@ ConfigPtr ParseText(const std::string& name, const std::string& text);
 // where | is a line end. A link shows what it leads to. A null section is "null".
 std::string DumpTree(Section* section);
 
-// Saves, and gives the bytes of the file. Never the first save of the process, whose first comment
-// would have no blank line above it.
+// Saves, and gives what stands in the file, each line end as '\n'. Never the first save of the
+// process, whose first comment would have no blank line above it.
 std::string Saved(Config* config);
 
 #endif

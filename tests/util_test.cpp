@@ -5,6 +5,7 @@
 #include <cerrno>
 
 #include "support.h"
+#include "systems.h"
 
 TEST(Directories, DirEndsInABackslash) {
   for (const std::string text : {"", "a", "a\\", "a/", "\\", "a\\b"}) {
@@ -20,10 +21,16 @@ TEST(Directories, CreateMakesWhatIsMissing) {
   std::string deep = "n", backslashed = dir.Path();
   for (int i = 0; i < 6; i++) deep += "\\" + std::string(200, 'n');
   std::replace(backslashed.begin(), backslashed.end(), '/', '\\');
-  const std::pair<std::string, int> cases[] = {
-      // 0 is true, without a message
-      {"one", 0},  {"two\\3\\", 0}, {"two\\4\\5", 0},      {"6\\\\7", 0},       {deep, 0},
-      {"file", 0}, {"8/9", ENOENT}, {"10\\11/12", ENOENT}, {"file\\x", ENOTDIR}};
+  const std::pair<std::string, int> cases[] = {// 0 is true, without a message
+                                               {"one", 0},
+                                               {"two\\3\\", 0},
+                                               {"two\\4\\5", 0},
+                                               {"6\\\\7", 0},
+                                               {deep, 0},
+                                               {"file", 0},
+                                               {"8/9", ENOENT},
+                                               {"10\\11/12", ENOENT},
+                                               {"file\\x", ThisSystem.errno_below_a_file}};
   TraceLog log(0);
   const std::string message = "1 error during creating directory, errno: ";
   for (const std::string& start : {dir.Path(), backslashed}) {  // the second time much is there
@@ -32,7 +39,7 @@ TEST(Directories, CreateMakesWhatIsMissing) {
       EXPECT_EQ(Io::CreateDirectoryRecursive((start + path).c_str()), error == 0);
       EXPECT_EQ(log.Take(), error == 0 ? "" : message + std::to_string(error) + "\n\n");
       std::replace(path.begin(), path.end(), '\\', '/');
-      EXPECT_EQ(std::filesystem::exists(dir.Path(path)), error == 0);
+      EXPECT_EQ(Exists(dir.Path(path)), error == 0);
     }
   }
   EXPECT_FALSE(Io::CreateDirectoryRecursive(""));
@@ -45,27 +52,43 @@ TEST(Directories, CreateMakesWhatIsMissing) {
 TEST(Options, FoundAndCopied) {
   const char* const absent = "~~~~";  // what stands in `out`
   const std::pair<const char*, const char*> cases[] = {
-      {"prog -o file", "file"},      {"prog -o \"two words\" -x", "two words"},
-      {"p -o 'a b' -x", "a b"},      {"prog -o \"it's\"", "it"},
-      {"prog -o ab\"c d\"e", "c d"}, {"prog -o \"\"", ""},
-      {"prog -o -b", "-b"},          {"prog -x -o", ""},
-      {"prog -o  ", "  "},           {"prog -o \"a b", "a b "},
-      {"prog -o x -o y", "x"},       {"-o file", absent},
-      {"prog -output file", absent}, {"prog x-o file", absent},
-      {"prog -O file", absent},      {"prog\t-o x", absent},
-      {"prog -o\tx", absent},        {"prog -o \t\r\n\fx\ty", "x"},
-      {"prog -o x\vy", "x\vy"},      {"prog -a \"b -o c d\"", "c"}};
+      // Not there: the first word, parts of words, other letters, other blanks.
+      {"-p 80", absent},
+      {"run", absent},
+      {"run -port 80", absent},
+      {"run --p 80", absent},
+      {"run -P 80", absent},
+      {"run\t-p 80", absent},
+      {"run -p\n80", absent},
+      // Words.
+      {"run -p 80", "80"},
+      {"run  -p   80  90", "80"},
+      {"run -p 80 -p 90", "80"},
+      {"run -p -q", "-q"},
+      {"run -p \r\n\t\f80\f90", "80"},
+      {"run -p 8\v0", "8\v0"},
+      {"run -p", ""},
+      {"run -p   ", "   "},
+      // Quotes of either kind, which end each other and begin the value anew.
+      {"run -p \"8 0\" 90", "8 0"},
+      {"run -p '8 0'90", "8 0"},
+      {"run -p '8 0\" 90", "8 0"},
+      {"run -p 8'0 9'0", "0 9"},
+      {"run -p ''", ""},
+      {"run -p '80 ", "80  "},
+      {"run -q 'x -p 80' -p 90", " -p 90 "},
+  };
   for (const auto& [line, value] : cases) {
     SCOPED_TRACE(line);
     char out[16] = "~~~~";
-    EXPECT_EQ(Io::GetCommandLineOption(line, "-o", out, 16), value != absent);
+    EXPECT_EQ(Io::GetCommandLineOption(line, "-p", out, 16), value != absent);
     EXPECT_STREQ(out, value);
-    EXPECT_EQ(Io::GetCommandLineOption(line, "-o", nullptr, 16), value != absent);
+    EXPECT_EQ(Io::GetCommandLineOption(line, "-p", nullptr, 16), value != absent);
   }
-  for (const std::int32_t size : {5, 4, 1, 0, -1}) {
+  for (const std::int32_t size : {6, 5, 4, 1, 0, -1}) {
     char out[16] = "~~~~";
-    EXPECT_TRUE(Io::GetCommandLineOption("prog -o file", "-o", out, size));
-    EXPECT_EQ(out, size < 1 ? absent : std::string("file", static_cast<std::size_t>(size - 1)));
+    EXPECT_TRUE(Io::GetCommandLineOption("run -p north", "-p", out, size));
+    EXPECT_EQ(out, size < 1 ? absent : std::string("north", static_cast<std::size_t>(size - 1)));
   }
 }
 

@@ -1,44 +1,32 @@
-// The commands of the tool, one function each. They give the exit code, or end in a Refusal.
+// The commands of the tool. Each adds itself to `app`; a call of it stores what is to be done in
+// `*action`, which outlives `app`.
 #ifndef CONFGROVE_TOOLS_COMMANDS_H
 #define CONFGROVE_TOOLS_COMMANDS_H
 
-#include <optional>
-#include <string>
-#include <vector>
+#include "command_line.h"
 
 namespace confgrove::Tool {
 
-enum class Question { Value, Type, Comment, InlineComment };
-
-enum class ValueKind { Inferred, String, Link };
-
-struct SetRequest {
-  std::string file, path;
-  std::vector<std::string> values;
-  ValueKind kind = ValueKind::Inferred;
-  std::optional<std::string> comment, inline_comment;
-  bool allow_comment_loss = false;
-};
-
-struct FormatRequest {
-  std::vector<std::string> files;
-  bool check = false;
-  bool diff = false;
-  bool allow_comment_loss = false;
-};
-
 // Commands that read.
-int Check(const std::vector<std::string>& files);
-int Get(const std::string& file, const std::string& path, Question question);
-int List(const std::string& file, const std::string& path, bool as_json);
-int Imports(const std::string& file);
+void AddCheck(CLI::App* app, Action* action);
+void AddConvert(CLI::App* app, Action* action);
+void AddDiffCommand(CLI::App* app, Action* action);
+void AddExplain(CLI::App* app, Action* action);
+void AddFlatten(CLI::App* app, Action* action);
+void AddGet(CLI::App* app, Action* action);
+void AddImports(CLI::App* app, Action* action);
+void AddList(CLI::App* app, Action* action);
+void AddWhere(CLI::App* app, Action* action);
 
 // Commands that write.
-int Set(const SetRequest& request);
-int Format(const FormatRequest& request);
-int Unset(const std::string& file, const std::string& path, bool allow_comment_loss);
-int Rename(const std::string& file, const std::string& path, const std::string& name,
-           bool allow_comment_loss);
+void AddEdit(CLI::App* app, Action* action);
+void AddFormat(CLI::App* app, Action* action);
+void AddRename(CLI::App* app, Action* action);
+void AddSet(CLI::App* app, Action* action);
+void AddUnset(CLI::App* app, Action* action);
+
+// All of them, and what the tool says of itself.
+void AddCommands(CLI::App* app, Action* action);
 
 }  // namespace confgrove::Tool
 

@@ -18,6 +18,11 @@ namespace {
 
 constexpr char Separator = static_cast<char>(std::filesystem::path::preferred_separator);
 
+// Arguments are in UTF-8 where the system knows letters.
+std::filesystem::path ForStandardLibrary(const std::string& path) {
+  return std::filesystem::u8path(path);
+}
+
 }  // namespace
 
 FileName::FileName(std::string path_of_shell) : shown(std::move(path_of_shell)) {
@@ -26,7 +31,7 @@ FileName::FileName(std::string path_of_shell) : shown(std::move(path_of_shell)) 
   }
   const std::size_t end = shown.find_last_of(Separator == '/' ? "/" : "/\\:") + 1;
   directory = shown.substr(0, end);
-  base = shown.substr(end);
+  const std::string base = shown.substr(end);
   if (base.empty()) throw Refusal("'" + shown + "' names no file");
   if (!directory.empty()) {
     if (directory.back() == ':') throw Refusal(shown + ": give the directory on the drive too");
@@ -56,41 +61,29 @@ std::string FileName::Compose(const std::string& any_name) const {
   return any_name.find(extension) != std::string::npos ? any_name : any_name + extension;
 }
 
-std::string FileName::PathOf(const std::string& any_name) const {
-  return ForSystem(directory + Compose(any_name));
-}
+std::string FileName::Path() const { return ForSystem(directory + Compose(name)); }
 
 std::string FileName::ForSystem(std::string path) {
   std::replace(path.begin(), path.end(), '\\', Separator);
   return path;
 }
 
-std::string FileName::NameByLabel(const std::string& label) const {
-  return label.substr(directory.size(), label.size() - directory.size() - extension.size());
-}
-
-std::string FileName::PathByLabel(const std::string& label) const {
-  return PathOf(NameByLabel(label));
-}
-
-std::string FileName::ShownByLabel(const std::string& label) const {
-  return NameByLabel(label) == name ? shown : PathByLabel(label);
-}
-
 void RequireReadable(const std::string& path, const std::string& shown) {
   std::error_code error;
-  const std::filesystem::file_status status = std::filesystem::status(path, error);
+  const std::filesystem::file_status status =
+      std::filesystem::status(ForStandardLibrary(path), error);
   if (status.type() == std::filesystem::file_type::not_found) {
     throw Refusal(shown + ": no such file");
   }
   if (error) throw Refusal(shown + ": " + error.message());
   if (!std::filesystem::is_regular_file(status)) throw Refusal(shown + ": not a regular file");
-  if (!std::ifstream(path).is_open()) throw Refusal(shown + ": can't be opened");
+  if (!std::ifstream(ForStandardLibrary(path)).is_open())
+    throw Refusal(shown + ": can't be opened");
 }
 
-std::string ReadText(const std::string& path, const std::string& shown) {
+std::string ReadBytes(const std::string& path, const std::string& shown) {
   RequireReadable(path, shown);
-  std::ifstream file(path);
+  std::ifstream file(ForStandardLibrary(path), std::ios::binary);
   std::string text((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
   if (!file.is_open() || file.bad()) throw Refusal(shown + ": can't be read");
   return text;

@@ -3,7 +3,13 @@
 
 #include <cmath>
 #include <nlohmann/json.hpp>
+#include <unordered_map>
+#include <utility>
+#include <vector>
 
+#include "file_name.h"
+#include "shown_section.h"
+#include "standard_input.h"
 #include "text.h"
 
 namespace confgrove::Tool {
@@ -19,42 +25,89 @@ Json NumberValue(double number) {
   return number;
 }
 
-void AddCommentsAndSections(const Node& node, Json* object);
+// Where sections stand; empty if nobody asks.
+using Places = std::unordered_map<Section*, Place>;
 
-Json Object(const Node& node) {
-  Json object = {{"kind", KindOf(node)}};
-  switch (node.type) {
-    case SectionType::String: object["value"] = TextToUtf8(node.text); break;
-    case SectionType::Link: object["target"] = NameToUtf8(node.text); break;
-    case SectionType::None: break;
-    case SectionType::Number:
-      if (node.numbers.size() == 1) {
-        object["value"] = NumberValue(node.numbers.front());
-      } else {
-        for (const double number : node.numbers) object["value"].push_back(NumberValue(number));
-      }
+void Collect(Section* section, std::vector<Section*>* sections) {
+  for (std::int32_t i = 0; i < section->GetSectionCount(""); ++i) {
+    sections->push_back(section->GetSection("", i));
+    Collect(sections->back(), sections);
   }
-  AddCommentsAndSections(node, &object);
+}
+
+Places PlacesOf(std::vector<Section*> sections) {
+  const std::vector<Place> found = Where(sections);
+  Places places;
+  for (std::size_t i = 0; i < found.size(); ++i) places.emplace(sections[i], found[i]);
+  return places;
+}
+
+void AddPlace(Section* section, const Places& places, Json* object) {
+  const auto found = places.find(section);
+  if (found == places.end()) return;
+  const Place& place = found->second;
+  (*object)["file"] = TextToUtf8(FromKnownInput(FileName::ForSystem(place.file)));
+  (*object)["line"] = place.line;
+  (*object)["column"] = place.column;
+}
+
+void AddCommentsAndSections(Section* section, const Places& places, Json* object);
+
+Json Object(Section* section, const Places& places) {
+  Json object = ValueObject(section);
+  AddPlace(section, places, &object);
+  AddCommentsAndSections(section, places, &object);
   return object;
 }
 
-void AddCommentsAndSections(const Node& node, Json* object) {
-  if (!node.comment.empty()) (*object)["comment"] = TextToUtf8(node.comment);
-  if (!node.inline_comment.empty()) (*object)["inline_comment"] = TextToUtf8(node.inline_comment);
-  if (node.children.empty()) return;
+void AddCommentsAndSections(Section* section, const Places& places, Json* object) {
+  const std::string comment = section->GetComment("");
+  const std::string inline_comment = section->GetComment("", true);
+  if (!comment.empty()) (*object)["comment"] = TextToUtf8(comment);
+  if (!inline_comment.empty()) (*object)["inline_comment"] = TextToUtf8(inline_comment);
+  const std::int32_t count = section->GetSectionCount("");
+  if (count == 0) return;
   Json& sections = (*object)["sections"] = Json::object();
-  for (const Node& child : node.children)
-    sections.push_back({NameToUtf8(child.name), Object(child)});
+  for (std::int32_t i = 0; i < count; ++i) {
+    sections.push_back(
+        {NameToUtf8(section->GetName("", i)), Object(section->GetSection("", i), places)});
+  }
 }
 
 }  // namespace
 
-std::string ToJson(const Node& node) { return Object(node).dump(2); }
+Json ValueObject(Section* section) {
+  Json object = {{"kind", KindOf(section)}};
+  switch (OwnType(section)) {
+    case SectionType::String: object["value"] = TextToUtf8(section->GetString("")); break;
+    case SectionType::Link: object["target"] = NameToUtf8(LinkTarget(section)); break;
+    case SectionType::None: break;
+    case SectionType::Number: {
+      const std::vector<double> numbers = NumbersOf(section);
+      if (numbers.size() == 1) {
+        object["value"] = NumberValue(numbers.front());
+      } else {
+        for (const double number : numbers) object["value"].push_back(NumberValue(number));
+      }
+    }
+  }
+  return object;
+}
 
-std::string ToJson(const Node& top, const std::vector<std::string>& imports) {
+std::string ToJson(Section* section, bool with_places) {
+  std::vector<Section*> sections = {section};
+  Collect(section, &sections);
+  return Object(section, with_places ? PlacesOf(std::move(sections)) : Places()).dump(2);
+}
+
+std::string ToJson(Config* config, bool with_places) {
+  std::vector<Section*> sections;
+  if (with_places) Collect(config, &sections);
   Json object = Json::object();
-  for (const std::string& name : imports) object["imports"].push_back(TextToUtf8(name));
-  AddCommentsAndSections(top, &object);
+  for (Config* const import : Imports(config)) {
+    object["imports"].push_back(TextToUtf8(import->GetName("")));
+  }
+  AddCommentsAndSections(config, PlacesOf(std::move(sections)), &object);
   return object.dump(2);
 }
 

@@ -4,19 +4,16 @@
 
 #include <string>
 
-#include "file_name.h"
-
 namespace confgrove::Tool {
 
-// Takes the library's messages from now on. They are kept until they are shown or forgotten.
+// Takes the library's messages from now on. They are kept until they are forgotten.
 void CollectMessages();
 void ForgetMessages();
 
-// Sends the errors of a load of `file` to standard error, each with its source line, and the
-// warnings too if asked.
-void ShowMessages(const FileName& file, bool with_warnings);
+// Refuses for a look-up of `path`, in the bytes of the file, that has found nothing.
+[[noreturn]] void RefuseMissing(const std::string& file, const std::string& path);
 
-// The first message that is kept and has no place in a file; "" if there is none.
+// The first message that is kept, but for those about places in files; "" if there is none.
 std::string FirstRefusal();
 
 }  // namespace confgrove::Tool

@@ -8,27 +8,15 @@
 #include <string>
 
 #include "file_name.h"
-#include "outline.h"
 
 namespace confgrove::Tool {
 
 // Opens `file` with its imports, its settings being those of the process from then on. If that
 // fails, the errors are shown and the command is refused.
-std::unique_ptr<Config> LoadConfig(const FileName& file, bool with_warnings = false);
+std::unique_ptr<Config> LoadConfig(const FileName& file);
 
-// Adds the values and comments that `section` and what is below it hold to the node that the
-// outline gave for it. No lookup in it can fail, so the tree doesn't change.
-void FillNode(Section* section, Node* node);
-
-// A file as all its readers see it.
-struct OpenFile {
-  explicit OpenFile(FileName file_name);
-
-  FileName name;
-  std::string text;
-  Outline outline;  // its nodes filled
-  std::unique_ptr<Config> config;
-};
+// The same for a command that reads alone: "-" is standard input.
+std::unique_ptr<Config> LoadInput(const std::string& file);
 
 }  // namespace confgrove::Tool
 

@@ -18,6 +18,9 @@ class Refusal : public std::runtime_error {
   ExitCode code;
 };
 
+// Refuses unless `condition` holds.
+void RefuseUnless(bool condition, const std::string& reason, ExitCode code = ExitRefused);
+
 // Sends one complaint to standard error, unless it is "".
 void Complain(const std::string& text);
 

@@ -40,20 +40,6 @@ std::optional<char> ToCp1251(char32_t character) {
   return std::nullopt;
 }
 
-void AppendUtf8(char32_t character, std::string* out) {
-  const auto put = [out](char32_t byte) { out->push_back(static_cast<char>(byte)); };
-  if (character < 0x80) {
-    put(character);
-  } else if (character < 0x800) {
-    put(0xC0 | character >> 6);
-    put(0x80 | (character & 0x3F));
-  } else {  // CP1251 has nothing beyond three bytes
-    put(0xE0 | character >> 12);
-    put(0x80 | (character >> 6 & 0x3F));
-    put(0x80 | (character & 0x3F));
-  }
-}
-
 // Takes one UTF-8 character off the front. NoCharacter if none stands there.
 char32_t TakeUtf8(std::string_view* text) {
   const unsigned first = Byte(text->front());
@@ -77,16 +63,7 @@ char32_t TakeUtf8(std::string_view* text) {
   return character;
 }
 
-bool IsUtf8(std::string_view text) {
-  while (!text.empty()) {
-    if (TakeUtf8(&text) == NoCharacter) return false;
-  }
-  return true;
-}
-
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-
-}  // namespace
 
 bool IsFirstLetter(char c) {
   const unsigned byte = Byte(c);
@@ -96,6 +73,40 @@ bool IsFirstLetter(char c) {
 }
 
 bool IsLaterLetter(char c) { return IsFirstLetter(c) || IsDigit(c); }
+
+}  // namespace
+
+bool IsUtf8(std::string_view text) {
+  while (!text.empty()) {
+    if (TakeUtf8(&text) == NoCharacter) return false;
+  }
+  return true;
+}
+
+char32_t TakeCharacter(std::string_view* text, bool is_utf8) {
+  constexpr char32_t Replacement = 0xFFFD;
+  const char first = text->front();
+  const char32_t character = is_utf8 ? TakeUtf8(text) : FromCp1251(first);
+  if (is_utf8 && character != NoCharacter) return character;
+  text->remove_prefix(1);
+  return is_utf8 ? Replacement : character;
+}
+
+void AppendUtf8(char32_t character, std::string* out) {
+  const auto put = [out](char32_t byte) { out->push_back(static_cast<char>(byte)); };
+  if (character < 0x80) return put(character);
+  if (character < 0x800) {
+    put(0xC0 | character >> 6);
+  } else if (character < 0x10000) {
+    put(0xE0 | character >> 12);
+    put(0x80 | (character >> 6 & 0x3F));
+  } else {
+    put(0xF0 | character >> 18);
+    put(0x80 | (character >> 12 & 0x3F));
+    put(0x80 | (character >> 6 & 0x3F));
+  }
+  put(0x80 | (character & 0x3F));
+}
 
 bool IsName(std::string_view text) {
   return !text.empty() && IsFirstLetter(text.front()) &&
@@ -168,12 +179,6 @@ std::string PathFromShell(const std::string& argument) {
     converted += *byte;
   }
   return converted;
-}
-
-std::string Printable(std::string_view text) {
-  std::string result;
-  for (const char c : text) result += c == '\t' ? ' ' : c;
-  return TextToUtf8(Symbols::clear_ctrl(result));
 }
 
 }  // namespace confgrove::Tool

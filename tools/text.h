@@ -8,11 +8,8 @@
 
 namespace confgrove::Tool {
 
-// The bytes of names: ASCII letters, '_' and the CP1251 Cyrillic letters; digits later.
-bool IsFirstLetter(char c);
-bool IsLaterLetter(char c);
-
-// One name, and names joined by dots.
+// One name, and names joined by dots: ASCII letters, '_' and the CP1251 Cyrillic letters; digits
+// later.
 bool IsName(std::string_view text);
 bool IsPath(std::string_view text);
 
@@ -28,12 +25,18 @@ std::optional<double> ParseNumber(std::string_view text);
 std::string NameToUtf8(std::string_view name);
 std::string TextToUtf8(std::string_view text);
 
+// Whether all of a text is UTF-8. One that isn't is CP1251.
+bool IsUtf8(std::string_view text);
+
+// Takes one character off the front of a text that isn't empty. For a byte that is none it is the
+// mark that stands for such.
+char32_t TakeCharacter(std::string_view* text, bool is_utf8);
+
+void AppendUtf8(char32_t character, std::string* out);
+
 // A path or name as the shell gives it: UTF-8 becomes CP1251, which may refuse it, and all else
 // stays. Blanks around it go.
 std::string PathFromShell(const std::string& argument);
-
-// Without what could act on a terminal.
-std::string Printable(std::string_view text);
 
 }  // namespace confgrove::Tool
 

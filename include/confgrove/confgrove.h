@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // All of confgrove.
 #ifndef CONFGROVE_CONFGROVE_H
 #define CONFGROVE_CONFGROVE_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Config: a configuration as a whole, and the way to one.
 #ifndef CONFGROVE_CONFIG_H
 #define CONFGROVE_CONFIG_H

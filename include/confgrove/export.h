@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // CONFGROVE_API marks what the library exports. The build defines CONFGROVE_STATIC for a static
 // library and its users, and CONFGROVE_EXPORTS while it compiles a shared one.
 #ifndef CONFGROVE_EXPORT_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Io: where messages go, and helpers for directories and command lines.
 #ifndef CONFGROVE_IO_H
 #define CONFGROVE_IO_H
@@ -17,13 +18,13 @@ namespace Io {
 // each. Null changes nothing. The handler must not throw.
 CONFGROVE_API void SetTraceHandler(TraceFunction* handler);
 
-// Makes a directory name end in a backslash, in place. The buffer must have room for one byte more
-// than the text and its NUL. Returns `path`, which must not be null.
+// Puts a backslash behind a directory name that doesn't end in one, in its own buffer, which then
+// takes strlen(path) + 2 bytes. Returns `path`, which must not be null.
 CONFGROVE_API char* Dir(char* path);
 
-// Makes the directory `path` and those above it that are missing; the backslash alone divides
-// them. True if it can be taken to exist. On a failure, sends one message and returns false; what
-// was made stays. `path` must not be null.
+// Makes the directory `path`, the ones above it first; the backslash alone divides them. True if
+// the system has made it or has nothing against it. Else false, with one message, and the
+// directories made by then are kept. `path` must not be null.
 CONFGROVE_API bool CreateDirectoryRecursive(const char* path);
 
 // Removes nothing and returns true. `path` isn't looked at.

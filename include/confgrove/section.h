@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Section: one named thing of a configuration, and all that can be asked of it and done to it.
 #ifndef CONFGROVE_SECTION_H
 #define CONFGROVE_SECTION_H

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Symbols: cleaning and testing text.
 #ifndef CONFGROVE_SYMBOLS_H
 #define CONFGROVE_SYMBOLS_H

@@ -6,36 +6,15 @@
 #include <string>
 #include <utility>
 
-#include "front/load.h"
-#include "front/settings.h"
-#include "front/trace.h"
+#include "base/letters.h"
+#include "base/settings.h"
+#include "base/trace.h"
+#include "parser/load.h"
+#include "tree/path.h"
 #include "tree/root_section.h"
-#include "tree/text.h"
 
 namespace confgrove {
 namespace {
-
-struct PathPieces {
-  std::string directory;  // with the drive, up to and including the last separator
-  std::string file_name;  // without the extension
-  std::string extension;  // with its point; empty if there is none
-};
-
-// Both slashes divide, on every system; a letter and ':' at the start are a drive.
-PathPieces SplitPath(const std::string& path) {
-  std::size_t file_begin = path.find_last_of("/\\");
-  if (file_begin != std::string::npos) {
-    ++file_begin;
-  } else {
-    file_begin = path.size() > 1 && IsAsciiLetter(path[0]) && path[1] == ':' ? 2 : 0;
-  }
-  std::size_t extension_begin = path.rfind('.');
-  if (extension_begin == std::string::npos || extension_begin < file_begin) {
-    extension_begin = path.size();
-  }
-  return {path.substr(0, file_begin), path.substr(file_begin, extension_begin - file_begin),
-          path.substr(extension_begin)};
-}
 
 // What a file that was loaded, or could not be, comes to under one flag.
 struct Outcome {
@@ -49,6 +28,13 @@ const Outcome Outcomes[] = {
     {true, false, true, false},   // ConfCreateOpenOrNew
     {true, false, true, true},    // ConfCreateOpenAlways
 };
+
+// Sends the summary, if there is a reason to.
+void ReportCounts(const Load& load) {
+  if (TraceLevel > 0 || load.errors > 0) {
+    TraceHandler(LevelSummary, "%d error(s), %d warning(s)", load.errors, load.warnings);
+  }
+}
 
 }  // namespace
 }  // namespace confgrove
@@ -70,13 +56,14 @@ Config* ConfCreate(const char* name, ConfCreateFlag flag, ConfNameType name_type
   const Outcome& outcome = Outcomes[flag];
   bool faulty = false;
   if (outcome.loads) {
-    ResetLoadState();
+    Load load;
     if (TraceLevel > 0)
       TraceHandler(LevelWarning, "Translating config file: %s", given_name.c_str());
-    std::unique_ptr<RootSection> root = LoadFile(own_name, outcome.read_only, 1);
-    faulty = ReportCounts() > 0;
+    std::unique_ptr<RootSection> root = LoadFile(&load, own_name, outcome.read_only, 1);
+    ReportCounts(load);
+    faulty = load.errors > 0;
     if (root != nullptr) {
-      const auto& loaded = ImportStack().names();
+      const auto& loaded = load.files.names();
       root->files.insert(root->files.begin(), loaded.begin(), loaded.end());
       return root.release();
     }

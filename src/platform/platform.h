@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 namespace confgrove::Platform {
 
@@ -15,9 +16,36 @@ namespace confgrove::Platform {
 extern const char separator;
 bool IsSeparator(char c);
 
-// The whole file, each CR LF as one LF. A read that fails ends it. False, `text` untouched, if it
-// can't be opened or is a directory.
-bool ReadFile(const std::string& path, std::string* text);
+// The line end of the system's text files.
+extern const std::string_view line_end;
+
+// What the system says of a file. Two that are equal tell of the same file, unchanged.
+struct FileStamp {
+  bool exists = false;
+  std::uint64_t size = 0;     // in bytes
+  std::int64_t modified = 0;  // in nanoseconds, from a start that is the system's own
+  std::uint64_t device = 0;
+  std::uint64_t inode = 0;
+
+  friend bool operator==(const FileStamp& a, const FileStamp& b) {
+    return a.exists == b.exists && a.size == b.size && a.modified == b.modified &&
+           a.device == b.device && a.inode == b.inode;
+  }
+  friend bool operator!=(const FileStamp& a, const FileStamp& b) { return !(a == b); }
+};
+
+// Of what stands at `path`, symbolic links followed. What can't be reached doesn't exist.
+FileStamp GetStamp(const std::string& path);
+
+// The whole file, each CR LF as one LF. A read that fails ends it. `stamp`, if there is one, is the
+// file's before the first byte was read. False, all else untouched, if it can't be opened or is a
+// directory.
+bool ReadFile(const std::string& path, std::string* text, FileStamp* stamp = nullptr);
+
+// The same with the bytes as they stand on the disk, but a read that fails is a failure, too.
+// `error`, if there is one, tells why.
+bool ReadBytes(const std::string& path, std::string* bytes, FileStamp* stamp = nullptr,
+               std::error_code* error = nullptr);
 
 // A file that is being written, in text mode: LF goes out as the system's line end.
 class OutputFile {
@@ -30,11 +58,13 @@ class OutputFile {
 
   bool is_open() const;
 
-  // Writes all of `text`, or what the system takes of it.
+  // Writes all of `text`, or what the system takes of it. If that isn't all, nothing more is
+  // written: what the file then holds has no gap.
   void Write(std::string_view text);
 
  private:
   std::intptr_t handle_;  // the system's
+  bool failed_ = false;
 };
 
 // When the file was last changed, in local time, as ctime gives it but without the line end. False,

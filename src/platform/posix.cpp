@@ -5,24 +5,19 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <csignal>
 #include <ctime>
 #include <utility>
 
 #include "platform/line_ends.h"
 #include "platform/platform.h"
+#include "platform/posix_path.h"
+#include "platform/write_signals.h"
 
 namespace confgrove::Platform {
 namespace {
 
 constexpr std::size_t ReadStep = 64 * 1024;
 constexpr std::size_t LargestTransfer = 1 << 30;  // some systems refuse more at once
-
-// Files written on Windows name others with backslashes.
-std::string ForSystem(std::string path) {
-  std::replace(path.begin(), path.end(), '\\', '/');
-  return path;
-}
 
 // A descriptor that closes itself.
 class Descriptor {
@@ -39,73 +34,90 @@ class Descriptor {
   int fd_;
 };
 
-// Reads until `size` bytes are there, the file ends or the read fails.
-std::size_t ReadUpTo(int fd, char* buffer, std::size_t size) {
+// Reads until `size` bytes are there, the file ends or the read fails, which `error` tells.
+std::size_t ReadUpTo(int fd, char* buffer, std::size_t size, int* error) {
   std::size_t done = 0;
   while (done < size) {
     const ssize_t got = ::read(fd, buffer + done, std::min(size - done, LargestTransfer));
     if (got < 0 && errno == EINTR) continue;
+    if (got < 0) *error = errno;
     if (got <= 0) break;
     done += static_cast<std::size_t>(got);
   }
   return done;
 }
 
-// While it lives, a write beyond the file size limit or to a closed pipe fails, as a write should,
-// and doesn't end the process.
-class WriteSignalsBlocked {
- public:
-  WriteSignalsBlocked() {
-    sigemptyset(&signals_);
-    sigaddset(&signals_, SIGXFSZ);
-    sigaddset(&signals_, SIGPIPE);
-    sigpending(&pending_before_);
-    pthread_sigmask(SIG_BLOCK, &signals_, &mask_before_);
+// The bytes of an open file up to its end or to the `error` that ends it.
+std::string ReadAll(int fd, off_t size_foretold, int* error) {
+  // One byte more than the file should have shows its end at the first attempt.
+  std::string bytes(static_cast<std::size_t>(std::max<off_t>(size_foretold, 0)) + 1, '\0');
+  std::size_t size = 0;
+  for (;;) {
+    size += ReadUpTo(fd, &bytes[size], bytes.size() - size, error);
+    if (size < bytes.size()) break;
+    bytes.resize(bytes.size() + std::max(bytes.size() / 2, ReadStep));
   }
-  WriteSignalsBlocked(const WriteSignalsBlocked&) = delete;
-  WriteSignalsBlocked& operator=(const WriteSignalsBlocked&) = delete;
-  ~WriteSignalsBlocked() {
-    sigset_t pending;
-    sigpending(&pending);
-    for (const int signal : {SIGXFSZ, SIGPIPE}) {  // take back what the writes have raised
-      if (sigismember(&pending, signal) == 0 || sigismember(&pending_before_, signal) != 0)
-        continue;
-      sigset_t one;
-      sigemptyset(&one);
-      sigaddset(&one, signal);
-      int taken = 0;
-      sigwait(&one, &taken);
-    }
-    pthread_sigmask(SIG_SETMASK, &mask_before_, nullptr);
-  }
+  bytes.resize(size);
+  return bytes;
+}
 
- private:
-  sigset_t signals_{};
-  sigset_t pending_before_{};
-  sigset_t mask_before_{};
-};
+// 0, or why a file can't be read. An open file gives `*status`.
+int CheckReadable(const Descriptor& file, struct stat* status) {
+  if (file.get() < 0 || ::fstat(file.get(), status) != 0) return errno;
+  return S_ISDIR(status->st_mode) ? EISDIR : 0;
+}
+
+FileStamp StampOf(const struct stat& status) {
+  constexpr std::int64_t NanosecondsPerSecond = 1'000'000'000;
+#ifdef __APPLE__
+  const timespec& modified = status.st_mtimespec;
+#else
+  const timespec& modified = status.st_mtim;
+#endif
+  FileStamp stamp;
+  stamp.exists = true;
+  stamp.size = static_cast<std::uint64_t>(status.st_size);
+  stamp.modified = std::int64_t{modified.tv_sec} * NanosecondsPerSecond + modified.tv_nsec;
+  stamp.device = static_cast<std::uint64_t>(status.st_dev);
+  stamp.inode = static_cast<std::uint64_t>(status.st_ino);
+  return stamp;
+}
 
 }  // namespace
 
 const char separator = '/';
 
+const std::string_view line_end = "\n";
+
 bool IsSeparator(char c) { return c == '/' || c == '\\'; }
 
-bool ReadFile(const std::string& path, std::string* text) {
+FileStamp GetStamp(const std::string& path) {
+  struct stat status {};
+  return ::stat(ForSystem(path).c_str(), &status) == 0 ? StampOf(status) : FileStamp();
+}
+
+bool ReadFile(const std::string& path, std::string* text, FileStamp* stamp) {
   const Descriptor file(path, O_RDONLY | O_CLOEXEC);
   struct stat status {};
-  if (file.get() < 0 || ::fstat(file.get(), &status) != 0 || S_ISDIR(status.st_mode)) return false;
-  // One byte more than the file should have shows its end at the first attempt.
-  std::string bytes(static_cast<std::size_t>(std::max<off_t>(status.st_size, 0)) + 1, '\0');
-  std::size_t size = 0;
-  for (;;) {
-    size += ReadUpTo(file.get(), &bytes[size], bytes.size() - size);
-    if (size < bytes.size()) break;
-    bytes.resize(bytes.size() + std::max(bytes.size() / 2, ReadStep));
-  }
-  bytes.resize(size);
-  JoinLineEnds(&bytes);
-  *text = std::move(bytes);
+  int error = CheckReadable(file, &status);
+  if (error != 0) return false;
+  *text = ReadAll(file.get(), status.st_size, &error);
+  JoinLineEnds(text);
+  if (stamp != nullptr) *stamp = StampOf(status);
+  return true;
+}
+
+bool ReadBytes(const std::string& path, std::string* bytes, FileStamp* stamp,
+               std::error_code* error) {
+  const Descriptor file(path, O_RDONLY | O_CLOEXEC);
+  struct stat status {};
+  std::string all;
+  int code = CheckReadable(file, &status);
+  if (code == 0) all = ReadAll(file.get(), status.st_size, &code);
+  if (error != nullptr) error->assign(code, std::generic_category());
+  if (code != 0) return false;
+  *bytes = std::move(all);
+  if (stamp != nullptr) *stamp = StampOf(status);
   return true;
 }
 
@@ -120,19 +132,19 @@ bool OutputFile::is_open() const { return handle_ >= 0; }
 
 void OutputFile::Write(std::string_view text) {
   const WriteSignalsBlocked blocked;
-  while (!text.empty()) {
+  while (!text.empty() && !failed_) {
     const ssize_t written =
         ::write(static_cast<int>(handle_), text.data(), std::min(text.size(), LargestTransfer));
     if (written < 0 && errno == EINTR) continue;
-    if (written <= 0) return;
-    text.remove_prefix(static_cast<std::size_t>(written));
+    failed_ = written <= 0;
+    if (!failed_) text.remove_prefix(static_cast<std::size_t>(written));
   }
 }
 
 bool GetFileTime(const std::string& path, std::string* text) {
   const Descriptor file(path, O_RDONLY | O_NONBLOCK | O_CLOEXEC);  // no waiting at a pipe
   struct stat status {};
-  if (file.get() < 0 || ::fstat(file.get(), &status) != 0 || S_ISDIR(status.st_mode)) return false;
+  if (CheckReadable(file, &status) != 0) return false;
   constexpr std::size_t TextSize = 26;  // what ctime_r asks for
   char buffer[TextSize];
   ::tzset();  // which ctime_r may leave out

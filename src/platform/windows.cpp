@@ -13,6 +13,7 @@
 
 #include "platform/line_ends.h"
 #include "platform/platform.h"
+#include "platform/windows_api.h"
 
 namespace confgrove::Platform {
 namespace {
@@ -20,57 +21,109 @@ namespace {
 constexpr std::size_t ReadStep = 64 * 1024;
 constexpr std::size_t LargestTransfer = INT_MAX / 2;
 
-// A descriptor that closes itself. No other process is kept from the file.
-class Descriptor {
- public:
-  Descriptor(const std::string& path, int flags) {
-    if (::_sopen_s(&fd_, path.c_str(), flags, _SH_DENYNO, _S_IREAD | _S_IWRITE) != 0) fd_ = -1;
-  }
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  ~Descriptor() {
-    if (fd_ >= 0) ::_close(fd_);
-  }
-  int get() const { return fd_; }
-  int Release() {
-    const int fd = fd_;
-    fd_ = -1;
-    return fd;
-  }
+// The system counts time in ticks from 1601 on.
+constexpr std::int64_t NanosecondsPerTick = 100;
+constexpr std::int64_t NanosecondsPerSecond = 1'000'000'000;
+constexpr std::int64_t TicksBefore1970 = 116'444'736'000'000'000;
 
- private:
-  int fd_ = -1;
-};
+std::uint64_t Join(DWORD high, DWORD low) { return (std::uint64_t{high} << 32) | low; }
+
+// False if it isn't a file.
+bool GetStamp(const Handle& file, FileStamp* stamp) {
+  BY_HANDLE_FILE_INFORMATION information{};
+  if (::GetFileInformationByHandle(file.get(), &information) == 0) return false;
+  stamp->exists = true;
+  stamp->size = Join(information.nFileSizeHigh, information.nFileSizeLow);
+  const FILETIME& modified = information.ftLastWriteTime;
+  stamp->modified =
+      NanosecondsPerTick *
+      (static_cast<std::int64_t>(Join(modified.dwHighDateTime, modified.dwLowDateTime)) -
+       TicksBefore1970);
+  stamp->device = information.dwVolumeSerialNumber;
+  stamp->inode = Join(information.nFileIndexHigh, information.nFileIndexLow);
+  return true;
+}
+
+// An open file's size, as far as it can be told, and its stamp. Why it can't be read.
+std::error_code Inspect(const Handle& file, FileStamp* stamp) {
+  if (!file.is_open()) return LastError();
+  if (IsDevice(file.get())) return std::make_error_code(std::errc::no_such_device);
+  if (!GetStamp(file, stamp)) *stamp = {};  // a pipe
+  return {};
+}
+
+// The bytes of an open file up to its end or to the `error` that ends it. Binary, since the
+// system's text mode would end at a byte 0x1A.
+std::string ReadAll(const Handle& file, std::uint64_t size_foretold, std::error_code* error) {
+  std::string bytes(static_cast<std::size_t>(size_foretold) + 1, '\0');
+  std::size_t size = 0;
+  for (;;) {
+    DWORD got = 0;
+    const auto wanted = static_cast<DWORD>(std::min(bytes.size() - size, LargestTransfer));
+    if (::ReadFile(file.get(), &bytes[size], wanted, &got, nullptr) == 0) {
+      if (::GetLastError() != ERROR_BROKEN_PIPE) *error = LastError();
+      break;
+    }
+    if (got == 0) break;
+    size += got;
+    if (size == bytes.size()) bytes.resize(size + std::max(size / 2, ReadStep));
+  }
+  bytes.resize(size);
+  return bytes;
+}
 
 }  // namespace
 
 const char separator = '\\';
 
+const std::string_view line_end = "\r\n";
+
 bool IsSeparator(char c) { return c == '\\'; }
 
-// Read as binary, since the system's text mode would end at a byte 0x1A.
-bool ReadFile(const std::string& path, std::string* text) {
-  const Descriptor file(path, _O_RDONLY | _O_BINARY | _O_NOINHERIT);
-  if (file.get() < 0) return false;
-  const __int64 length = ::_filelengthi64(file.get());
-  std::string bytes(static_cast<std::size_t>(std::max<__int64>(length, 0)) + 1, '\0');
-  std::size_t size = 0;
-  for (;;) {
-    const std::size_t wanted = std::min(bytes.size() - size, LargestTransfer);
-    const int got = ::_read(file.get(), &bytes[size], static_cast<unsigned>(wanted));
-    if (got <= 0) break;
-    size += static_cast<std::size_t>(got);
-    if (size == bytes.size()) bytes.resize(size + std::max(size / 2, ReadStep));
-  }
-  bytes.resize(size);
-  JoinLineEnds(&bytes);
-  *text = std::move(bytes);
+FileStamp GetStamp(const std::string& path) {
+  const Handle file(path, FILE_READ_ATTRIBUTES, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);
+  FileStamp stamp;
+  return Inspect(file, &stamp) ? FileStamp() : stamp;
+}
+
+bool ReadFile(const std::string& path, std::string* text, FileStamp* stamp) {
+  const Handle file(path, GENERIC_READ);
+  FileStamp found;
+  std::error_code error = Inspect(file, &found);
+  if (error) return false;
+  *text = ReadAll(file, found.size, &error);
+  JoinLineEnds(text);
+  if (stamp != nullptr) *stamp = found;
   return true;
 }
 
-OutputFile::OutputFile(const std::string& path)
-    : handle_(
-          Descriptor(path, _O_WRONLY | _O_CREAT | _O_TRUNC | _O_TEXT | _O_NOINHERIT).Release()) {}
+bool ReadBytes(const std::string& path, std::string* bytes, FileStamp* stamp,
+               std::error_code* error) {
+  const Handle file(path, GENERIC_READ);
+  FileStamp found;
+  std::string all;
+  std::error_code failure = Inspect(file, &found);
+  if (!failure) all = ReadAll(file, found.size, &failure);
+  if (error != nullptr) *error = failure;
+  if (failure) return false;
+  *bytes = std::move(all);
+  if (stamp != nullptr) *stamp = found;
+  return true;
+}
+
+OutputFile::OutputFile(const std::string& path) : handle_(-1) {
+  int fd = -1;
+  if (::_wsopen_s(&fd, WideName(path).c_str(),
+                  _O_WRONLY | _O_CREAT | _O_TRUNC | _O_TEXT | _O_NOINHERIT, _SH_DENYNO,
+                  _S_IREAD | _S_IWRITE) != 0) {
+    return;
+  }
+  if (IsDevice(reinterpret_cast<HANDLE>(::_get_osfhandle(fd)))) {
+    ::_close(fd);
+  } else {
+    handle_ = fd;
+  }
+}
 
 OutputFile::~OutputFile() {
   if (is_open()) ::_close(static_cast<int>(handle_));
@@ -79,27 +132,30 @@ OutputFile::~OutputFile() {
 bool OutputFile::is_open() const { return handle_ >= 0; }
 
 void OutputFile::Write(std::string_view text) {
-  while (!text.empty()) {
+  while (!text.empty() && !failed_) {
     const std::size_t wanted = std::min(text.size(), LargestTransfer);
     const int written =
         ::_write(static_cast<int>(handle_), text.data(), static_cast<unsigned>(wanted));
-    if (written <= 0) return;
-    text.remove_prefix(static_cast<std::size_t>(written));
+    failed_ = written <= 0;
+    if (!failed_) text.remove_prefix(static_cast<std::size_t>(written));
   }
 }
 
 bool GetFileTime(const std::string& path, std::string* text) {
-  const Descriptor file(path, _O_RDONLY | _O_NOINHERIT);
-  struct _stat64 status {};
-  if (file.get() < 0 || ::_fstat64(file.get(), &status) != 0) return false;
+  const Handle file(path, GENERIC_READ);
+  FileStamp stamp;
+  if (Inspect(file, &stamp) || !stamp.exists) return false;
+  const __time64_t time = stamp.modified / NanosecondsPerSecond;
   constexpr std::size_t TextSize = 26;  // what _ctime64_s asks for
   char buffer[TextSize];
-  if (::_ctime64_s(buffer, TextSize, &status.st_mtime) != 0) return false;
+  if (::_ctime64_s(buffer, TextSize, &time) != 0) return false;
   *text = buffer;
   text->pop_back();
   return true;
 }
 
-int MakeDirectory(const std::string& path) { return ::_mkdir(path.c_str()) == 0 ? 0 : errno; }
+int MakeDirectory(const std::string& path) {
+  return ::_wmkdir(WideName(path).c_str()) == 0 ? 0 : errno;
+}
 
 }  // namespace confgrove::Platform

@@ -1,6 +1,6 @@
 // Numbers as they are written and measured: a short way through integers for the usual ones, and
 // the standard library for the rest. The short way takes no branch that depends on how many digits
-// a number has: in real files that can't be foretold, and a branch foretold wrongly costs as much
+// a number has: in real files that can't be predicted, and a branch mispredicted costs as much
 // as all the rest of a number.
 #include "save/number_text.h"
 

@@ -3,8 +3,9 @@
 
 #include <algorithm>
 #include <cstring>
+#include <new>
 
-#include "front/trace.h"
+#include "base/trace.h"
 #include "save/number_text.h"
 #include "save/text_buffer.h"
 #include "tree/real_section.h"
@@ -35,19 +36,20 @@ std::int32_t MeasureSection(const RealSection& section) {
   const std::int32_t name_length = Length(section.name);
   switch (section.type) {
     case SectionType::None: return name_length;
-    case SectionType::String: return name_length + Length(section.value) + 5;
-    case SectionType::Link: return name_length + Length(section.value) + 4;
+    case SectionType::String: return name_length + Length(section.value.text()) + 5;
+    case SectionType::Link: return name_length + Length(section.value.text()) + 4;
     case SectionType::Number: break;
   }
-  std::int32_t width = name_length + (section.numbers.size() > 1 ? 4 : 2);
-  for (const double number : section.numbers) width += TrimmedLength(number) + 1;
+  const NumberList& numbers = section.value.numbers();
+  std::int32_t width = name_length + (numbers.size() > 1 ? 4 : 2);
+  for (const double number : numbers) width += TrimmedLength(number) + 1;
   return width;
 }
 
-void WriteNumbers(const NumberList& numbers, TextBuffer* out) {
+void WriteNumbers(const NumberList& numbers, TextBuffer* out, SaveWarnings* warnings) {
   out->Append(" = ");
   if (numbers.size() == 0) {
-    TraceHandler(LevelWarning, "empty array detected, setting zero value");
+    warnings->Add("empty array detected, setting zero value", "");
     out->Append('0');
     return;
   }
@@ -61,19 +63,19 @@ void WriteNumbers(const NumberList& numbers, TextBuffer* out) {
   if (numbers.size() > 1) out->Append(']');
 }
 
-void WriteValue(const RealSection& section, TextBuffer* out) {
+void WriteValue(const RealSection& section, TextBuffer* out, SaveWarnings* warnings) {
   switch (section.type) {
     case SectionType::None: break;
     case SectionType::String:
       out->Append(" = \"");
-      out->Append(section.value.view());
+      out->Append(section.value.text().view());
       out->Append('"');
       break;
     case SectionType::Link:
       out->Append(" = @");
-      out->Append(section.value.view());
+      out->Append(section.value.text().view());
       break;
-    case SectionType::Number: WriteNumbers(section.numbers, out); break;
+    case SectionType::Number: WriteNumbers(section.value.numbers(), out, warnings); break;
   }
 }
 
@@ -102,10 +104,10 @@ class CommentColumn {
 };
 
 void WriteSection(const RealSection& section, std::int32_t depth, CommentColumn* column,
-                  TextBuffer* out) {
-  if (!section.HasEntries() && section.type == SectionType::None) {
-    TraceHandler(LevelWarning, "[%s] - trying to save blank section without property. skipped\n",
-                 section.name.c_str());
+                  TextBuffer* out, SaveWarnings* warnings) {
+  if (!section.HasBlock() && section.type == SectionType::None) {
+    warnings->Add("[%s] - trying to save blank section without property. skipped\n",
+                  section.name.view());
     return;
   }
   if (!section.comment().empty()) {
@@ -114,7 +116,7 @@ void WriteSection(const RealSection& section, std::int32_t depth, CommentColumn*
   }
   WriteTabs(depth, out);
   out->Append(section.name.view());
-  WriteValue(section, out);
+  WriteValue(section, out, warnings);
   if (!section.inline_comment().empty()) {
     const std::int32_t blanks = column->width() - MeasureSection(section) + 1;
     out->AppendRepeated(static_cast<std::size_t>(std::max(blanks, 0)), ' ');
@@ -122,11 +124,11 @@ void WriteSection(const RealSection& section, std::int32_t depth, CommentColumn*
     out->Append(section.inline_comment().view());
   }
   out->Append('\n');
-  if (section.HasEntries()) {
+  if (section.HasBlock()) {
     WriteTabs(depth, out);
     out->Append("{\n");
     AfterSection = false;
-    WriteSiblings(section, depth + 1, out);
+    WriteSiblings(section, depth + 1, out, warnings);
     WriteTabs(depth, out);
     out->Append("}\n");
   }
@@ -134,6 +136,20 @@ void WriteSection(const RealSection& section, std::int32_t depth, CommentColumn*
 }
 
 }  // namespace
+
+void SaveWarnings::Add(const char* format, std::string_view name) noexcept {
+  try {
+    list_.push_back({format, std::string(name)});
+  } catch (const std::bad_alloc&) {
+    return;
+  }
+}
+
+void SaveWarnings::Send() const {
+  for (const Warning& warning : list_) {
+    TraceHandler(LevelWarning, warning.format, warning.name.c_str());
+  }
+}
 
 void WriteComment(const char* comment, std::int32_t depth, TextBuffer* out) {
   while (const char* line_end = std::strchr(comment, '\n')) {
@@ -144,11 +160,12 @@ void WriteComment(const char* comment, std::int32_t depth, TextBuffer* out) {
   }
 }
 
-void WriteSiblings(const RealSection& parent, std::int32_t depth, TextBuffer* out) {
+void WriteSiblings(const RealSection& parent, std::int32_t depth, TextBuffer* out,
+                   SaveWarnings* warnings) {
   const std::int32_t count = parent.child_count();
   CommentColumn column(parent);
   for (std::int32_t i = 0; i < count; ++i) {
-    WriteSection(*parent.children->at(i), depth, &column, out);
+    WriteSection(*parent.children->at(i), depth, &column, out, warnings);
   }
 }
 

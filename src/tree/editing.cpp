@@ -1,19 +1,15 @@
 // Changing the shape of a tree, and listing it.
 #include <cassert>
 
-#include "front/trace.h"
+#include "base/trace.h"
+#include "tree/path.h"
 #include "tree/real_section.h"
-#include "tree/text.h"
 
 namespace confgrove {
 
 bool RealSection::RemoveSection(const char* path) {
   assert(path != nullptr);
-  if (read_only) {
-    if (TraceLevel > 0) {
-      TraceHandler(LevelError, "section '%s' is 'read-only', cannot remove subsection '%s'",
-                   name.c_str(), path);
-    }
+  if (RefusesChange("section '%s' is 'read-only', cannot remove subsection '%s'", path)) {
     return false;
   }
   std::string_view rest = WithoutBlanks(path);
@@ -24,7 +20,7 @@ bool RealSection::RemoveSection(const char* path) {
     const std::string_view component = rest.substr(0, dot);
     RealSection* found = holder->FindChild(component);
     if (found == nullptr) {
-      holder->entry_left = true;
+      holder->missed_child = true;
       TraceHandler(LevelFailedLookup, "cannot find sub_section:%s", std::string(component).c_str());
       return false;
     }
@@ -38,13 +34,6 @@ bool RealSection::RemoveSection(const char* path) {
 
 // Destroys the child of that name, which may be the text of its own `name`.
 bool RealSection::RemoveChild(std::string_view child_name) {
-  if (read_only) {
-    if (TraceLevel > 0) {
-      TraceHandler(LevelError, "section '%s' is 'read-only', cannot remove subsection '%s'",
-                   name.c_str(), std::string(child_name).c_str());
-    }
-    return false;
-  }
   const RealSection* child = FindChild(child_name);
   if (child == nullptr) return false;
   children->Remove(child->index)->Release(TreePool());
@@ -53,13 +42,7 @@ bool RealSection::RemoveChild(std::string_view child_name) {
 
 bool RealSection::SetName(const char* new_name, const char* path, std::int32_t child_index) {
   assert(new_name != nullptr && path != nullptr);
-  if (read_only) {
-    if (TraceLevel > 0) {
-      TraceHandler(LevelError, "section '%s' is 'read-only'. cannot set name '%s'", name.c_str(),
-                   new_name);
-    }
-    return false;
-  }
+  if (RefusesChange("section '%s' is 'read-only'. cannot set name '%s'", new_name)) return false;
   const std::string own_copy(WithoutBlanks(new_name));
   if (own_copy.empty()) return false;
   RealSection* target = FindByIndex(path, child_index);

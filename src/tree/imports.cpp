@@ -5,10 +5,10 @@
 #include <utility>
 #include <vector>
 
-#include "front/settings.h"
-#include "front/trace.h"
+#include "base/limits.h"
+#include "base/settings.h"
+#include "base/trace.h"
 #include "platform/platform.h"
-#include "tree/limits.h"
 #include "tree/root_section.h"
 
 namespace confgrove {
@@ -39,6 +39,10 @@ std::string ComposePath(const RootSection& root) {
 bool RootSection::Import(Config* config) {
   if (config == nullptr) return false;
   auto* imported = static_cast<RootSection*>(config);
+  if (RefusesChange("config '%s' is 'read-only'. cannot import file '%s'",
+                    imported->name.c_str())) {
+    return false;
+  }
   const auto refuse = [](const char* format, const PoolText& first, const PoolText& second) {
     if (TraceLevel > 0) TraceHandler(LevelError, format, first.c_str(), second.c_str());
     return false;
@@ -46,9 +50,6 @@ bool RootSection::Import(Config* config) {
   const char* const declared = "section '%s' has been already declared in file: '%s', skipped";
   const char* const recursive = "[%s] import: recursive import, skipped";
 
-  if (read_only) {
-    return refuse("config '%s' is 'read-only'. cannot import file '%s'", name, imported->name);
-  }
   const RootSection* top = this;
   std::int32_t depth = 1;
   for (; top->parent_config != nullptr; top = top->parent_config) ++depth;
@@ -74,15 +75,17 @@ bool RootSection::Import(Config* config) {
   return true;
 }
 
+// Both texts outlive the static objects of the host.
+
 const char* RootSection::GetFileName() {
-  static std::string text;
-  text = ComposePath(*this);
-  return text.c_str();
+  static auto& path = *new std::string;
+  path = ComposePath(*this);
+  return path.c_str();
 }
 
 const char* RootSection::GetFileTime() {
-  static std::string text;
-  return Platform::GetFileTime(ComposePath(*this), &text) ? text.c_str() : nullptr;
+  static auto& time = *new std::string;
+  return Platform::GetFileTime(ComposePath(*this), &time) ? time.c_str() : nullptr;
 }
 
 }  // namespace confgrove

@@ -1,4 +1,4 @@
-// LinkTrail: the links followed since a read last reached a section that is no link.
+// LinkTrail: how a read notices that links run in a circle.
 #ifndef CONFGROVE_TREE_LINK_TRAIL_H
 #define CONFGROVE_TREE_LINK_TRAIL_H
 
@@ -6,16 +6,17 @@
 
 namespace confgrove {
 
-// The list as a whole is a number, and a section stands on it if it bears that number: so it takes
-// no memory, asks no section twice, and is emptied in one step.
+// The links that reads have followed and that no successful read has cleared yet. The whole trail
+// is a number, and a link is on it if it bears that number: so it takes no memory, a test is one
+// comparison, and clearing is one step.
 class LinkTrail {
  public:
-  // The place of one section. A new section stands on no list.
+  // The number of a trail. A new section bears 0, which no trail has.
   using Mark = std::uint64_t;
 
-  static bool Contains(Mark mark) { return mark == current_; }
-  static void Append(Mark* mark) {
-    *mark = current_;
+  static Mark Current() { return current_; }
+  static void Append(Mark* mark, Mark trail) {
+    *mark = trail;
     empty_ = false;
   }
   static void Clear() {

@@ -4,7 +4,6 @@
 #include <limits>
 
 #include "tree/real_section.h"
-#include "tree/text.h"
 
 namespace confgrove {
 namespace {
@@ -24,12 +23,16 @@ RealSection* RealSection::FindTarget(const char* path) {
   assert(path != nullptr);
   RealSection* found = FindSection(path);
   RealSection* top = nullptr;
+  LinkTrail::Mark trail = 0;
   while (found != nullptr && found->type == SectionType::Link) {
-    if (LinkTrail::Contains(*found->link_trail_mark())) return nullptr;
-    LinkTrail::Append(found->link_trail_mark());
-    if (top == nullptr) top = Top();
+    if (top == nullptr) {
+      top = Top();
+      trail = LinkTrail::Current();  // a handler that reads may end it
+    }
+    if (*found->link_trail_mark() == trail) return nullptr;
+    LinkTrail::Append(found->link_trail_mark(), trail);
     try {
-      found = top->FindSection(found->value.view());
+      found = top->FindSection(found->value.text().view());
     } catch (...) {  // no memory for a message: the next read begins anew
       LinkTrail::Clear();
       throw;
@@ -42,13 +45,13 @@ RealSection* RealSection::FindTarget(const char* path) {
 const char* RealSection::GetString(const char* path) {
   const RealSection* target = FindTarget(path);
   if (target == nullptr || target->type != SectionType::String) return nullptr;
-  return target->value.c_str();
+  return target->value.text().c_str();
 }
 
 bool RealSection::GetDouble(double* out, const char* path) {
   const RealSection* target = FindTarget(path);
   if (target == nullptr || target->type != SectionType::Number) return false;
-  *out = target->numbers.front();
+  *out = target->value.numbers().front();
   return true;
 }
 
@@ -69,10 +72,10 @@ bool RealSection::GetBool(bool* out, const char* path) {
 std::int32_t RealSection::GetDoubles(double* buffer, std::int32_t size, const char* path) {
   const RealSection* target = FindTarget(path);
   if (target == nullptr || target->type != SectionType::Number) return 0;
-  const auto count = static_cast<std::int32_t>(target->numbers.size());
+  const auto count = static_cast<std::int32_t>(target->value.numbers().size());
   if (buffer == nullptr || size == 0) return count;
   const std::int32_t copied = std::max(std::min(count, size), 0);
-  std::copy_n(target->numbers.begin(), copied, buffer);
+  std::copy_n(target->value.numbers().begin(), copied, buffer);
   return copied;
 }
 
@@ -80,8 +83,10 @@ std::int32_t RealSection::GetInts(std::int32_t* buffer, std::int32_t size, const
   if (size < 1) return 0;
   const RealSection* target = FindTarget(path);
   if (target == nullptr || target->type != SectionType::Number) return 0;
-  const std::int32_t copied = std::min(static_cast<std::int32_t>(target->numbers.size()), size);
-  std::transform(target->numbers.begin(), target->numbers.begin() + copied, buffer, ToInt);
+  const std::int32_t copied =
+      std::min(static_cast<std::int32_t>(target->value.numbers().size()), size);
+  std::transform(target->value.numbers().begin(), target->value.numbers().begin() + copied, buffer,
+                 ToInt);
   return copied;
 }
 

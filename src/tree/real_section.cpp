@@ -5,9 +5,10 @@
 #include <new>
 #include <string>
 
-#include "front/trace.h"
+#include "base/letters.h"
+#include "base/trace.h"
+#include "tree/path.h"
 #include "tree/root_section.h"
-#include "tree/text.h"
 
 namespace confgrove {
 
@@ -27,26 +28,37 @@ Pool& RealSection::TreePool() {
 }
 
 RealSection* RealSection::FindSection(std::string_view path) {
-  path = WithoutBlanks(path);
-  if (path.empty()) return this;
-  if (!CheckPathBegin(path.front())) return nullptr;
-  std::string_view missing;
-  RealSection* reached = Follow(path, &missing);
-  if (missing.data() == nullptr) return reached;
-  if (!CheckPath(path)) return nullptr;  // a fault anywhere in the path comes before the miss
-  reached->entry_left = true;
-  TraceHandler(LevelFailedLookup, "section '%s': cannot find subsection: %s", name.c_str(),
-               std::string(missing.substr(0, missing.find('.'))).c_str());
-  return nullptr;
+  Miss miss;
+  RealSection* found = Follow(path, &miss);
+  if (found == nullptr) ReportMiss(path, miss);
+  return found;
 }
 
-// Goes along `path` as far as there are sections, and gives the last one. `missing`, empty so far,
-// is set to what is left of the path, from the name that is not found on; a path that leads to its
-// end is sound in all its bytes. Behind a path stands a byte that no name can hold.
-RealSection* RealSection::Follow(std::string_view path, std::string_view* missing) {
+RealSection* RealSection::Seek(std::string_view path) {
+  Miss miss;
+  return Follow(path, &miss);
+}
+
+void RealSection::ReportMiss(std::string_view path, const Miss& miss) {
+  if (!CheckPath(WithoutBlanks(path)))
+    return;  // a fault anywhere in the path comes before the miss
+  miss.section->missed_child = true;
+  TraceHandler(LevelFailedLookup, "section '%s': cannot find subsection: %s", name.c_str(),
+               std::string(miss.rest.substr(0, miss.rest.find('.'))).c_str());
+}
+
+// A path that leads to a section is sound in all its bytes.
+RealSection* RealSection::Follow(std::string_view path, Miss* miss) {
   RealSection* current = this;
+  path = WithoutBlanks(path);
+  if (path.empty()) return current;
+  if (!CanBeginPath(path.front())) {  // as names behind a dot may
+    *miss = {current, path};
+    return nullptr;
+  }
   const char* at = path.data();
   const char* const end = at + path.size();
+  assert(!IsPathLetter(*end));
   for (;;) {
     const char* const begin = at;
     while (IsPathLetter(*at)) ++at;
@@ -54,8 +66,8 @@ RealSection* RealSection::Follow(std::string_view path, std::string_view* missin
     RealSection* child = current->FindChild(component);
     if (child != nullptr && at == end) return child;
     if (child == nullptr || *at != '.') {
-      *missing = {begin, static_cast<std::size_t>(end - begin)};
-      return current;
+      *miss = {current, {begin, static_cast<std::size_t>(end - begin)}};
+      return nullptr;
     }
     current = child;
     ++at;
@@ -72,50 +84,48 @@ RealSection* RealSection::FindByIndex(const char* path, std::int32_t child_index
 
 RealSection* RealSection::AddChild(std::string_view child_name, bool child_read_only) {
   Pool& pool = TreePool();
-  PoolText text;  // right in front of the node, where a look-up reads both
-  text.Assign(child_name, pool);
+  PoolText own_name;  // right in front of the node, where a look-up reads both
+  own_name.Assign(child_name, pool);
   auto* child = new (pool.Allocate(sizeof(RealSection))) RealSection(child_read_only);
-  child->name = text;
+  child->name = own_name;
   child->parent = this;
   Children::Append(&children, pool, child, child_name);
   return child;
 }
 
-void RealSection::SetComment(std::string_view text, bool is_inline) {
-  if (extras == nullptr && text.empty()) return;
+bool RealSection::RefusesChange(const char* format, const char* what) const {
+  if (!read_only) return false;
+  if (TraceLevel > 0) TraceHandler(LevelError, format, name.c_str(), what);
+  return true;
+}
+
+void RealSection::SetComment(std::string_view new_comment, bool is_inline) {
+  if (extras_ == nullptr && new_comment.empty()) return;
   Pool& pool = TreePool();
   Extras& made = MakeExtras(pool);
-  (is_inline ? made.inline_comment : made.comment).Assign(text, pool);
+  (is_inline ? made.inline_comment : made.comment).Assign(new_comment, pool);
 }
 
 RealSection::Extras& RealSection::MakeExtras(Pool& pool) {
-  if (extras == nullptr) extras = new (pool.Allocate(sizeof(Extras))) Extras();
-  return *extras;
+  if (extras_ == nullptr) extras_ = new (pool.Allocate(sizeof(Extras))) Extras();
+  return *extras_;
 }
 
-void RealSection::AssignText(SectionType text_type, std::string_view text) {
+void RealSection::AssignText(SectionType text_type, std::string_view new_text) {
   Pool& pool = TreePool();
   if (text_type == SectionType::Link) MakeExtras(pool);
-  if (type == SectionType::Number) {
-    PoolText made;
-    made.Assign(text, pool);
-    numbers.Release(pool);
-    new (&value) PoolText(made);
-  } else {
-    value.Assign(text, pool);
-  }
+  value.AssignText(type, new_text, pool);
   type = text_type;
+  if (extras_ != nullptr) extras_->former_text.Release(pool);
 }
 
 void RealSection::AssignNumbers(const double* values, std::size_t count) {
   Pool& pool = TreePool();
-  if (type != SectionType::Number) {
-    NumberList made;
-    made.Assign(values, count, pool);
-    value.Release(pool);
-    new (&numbers) NumberList(made);
-  } else {
-    numbers.Assign(values, count, pool);
+  if (type == SectionType::Number || value.text().empty()) {
+    value.AssignNumbers(type, values, count, pool);
+  } else {  // a text that was handed out is good until another takes its place
+    PoolText& former_text = MakeExtras(pool).former_text;
+    former_text = value.AssignNumbers(type, values, count, pool);
   }
   type = SectionType::Number;
 }
@@ -123,15 +133,12 @@ void RealSection::AssignNumbers(const double* values, std::size_t count) {
 // Gives the memory of this section and all below it back. No use of it may follow.
 void RealSection::Release(Pool& pool) {
   name.Release(pool);
-  if (type == SectionType::Number) {
-    numbers.Release(pool);
-  } else {
-    value.Release(pool);
-  }
-  if (extras != nullptr) {
-    extras->comment.Release(pool);
-    extras->inline_comment.Release(pool);
-    pool.Free(extras, sizeof *extras);
+  value.Release(type, pool);
+  if (extras_ != nullptr) {
+    extras_->comment.Release(pool);
+    extras_->inline_comment.Release(pool);
+    extras_->former_text.Release(pool);
+    pool.Free(extras_, sizeof *extras_);
   }
   if (children != nullptr) {
     for (std::int32_t i = 0; i < children->size(); ++i) children->at(i)->Release(pool);

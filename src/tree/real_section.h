@@ -9,12 +9,12 @@
 
 #include "tree/children.h"
 #include "tree/link_trail.h"
-#include "tree/number_list.h"
 #include "tree/pool_text.h"
+#include "tree/value.h"
 
 namespace confgrove {
 
-// One section with its value, its comments and its children. The parser fills the fields directly.
+// One section with its value, its comments and its children.
 //
 // All memory of a tree, the nodes below the root included, is its root's pool: it goes with the
 // root at once, and what is removed before then is given back by Release. So a node needs no
@@ -37,14 +37,14 @@ class RealSection : public virtual Section {
   SectionType GetType(const char* path) override;
   const char* GetComment(const char* path, bool is_inline) override;
 
-  bool SetString(const char* text, const char* path) override;
+  bool SetString(const char* new_text, const char* path) override;
   bool SetDouble(double number, const char* path) override;
   bool SetDoubles(const double* values, std::int32_t count, const char* path) override;
   bool SetInt(std::int32_t number, const char* path) override;
   bool SetBool(bool truth, const char* path) override;
   bool SetInts(const std::int32_t* values, std::int32_t count, const char* path) override;
   bool SetLink(const char* target, const char* path) override;
-  bool SetComment(const char* text, const char* path, bool is_inline) override;
+  bool SetComment(const char* new_comment, const char* path, bool is_inline) override;
 
   bool RemoveSection(const char* path) override;
   const char* GetName(const char* path, std::int32_t child_index) override;
@@ -53,8 +53,12 @@ class RealSection : public virtual Section {
   std::int32_t GetSectionCount(const char* path) override;
 
   // The section at `path`, links not followed; null, with a message, if there is none. A root looks
-  // in its imports too. Behind `path` stands a byte that no name can hold, such as a NUL.
+  // in its imports too. Behind `path` stands a byte that no name can hold, such as a NUL. A handler
+  // that gets a message may change the tree and the bytes of `path`.
   virtual RealSection* FindSection(std::string_view path);
+
+  // The same in its own tree alone, without a message or a mark.
+  RealSection* Seek(std::string_view path);
 
   std::int32_t child_count() const { return children != nullptr ? children->size() : 0; }
 
@@ -68,41 +72,56 @@ class RealSection : public virtual Section {
 
   // Gives it a type, and the value that goes with it: a text, or the path of a link's target; or
   // `count` numbers, 1 at least. Unchanged if there is no memory.
-  void AssignText(SectionType text_type, std::string_view text);
+  void AssignText(SectionType text_type, std::string_view new_text);
   void AssignNumbers(const double* values, std::size_t count);
 
-  void SetComment(std::string_view text, bool is_inline);
+  // A comment above ends in LF, if it isn't empty.
+  void SetComment(std::string_view new_comment, bool is_inline);
 
   // The memory of the tree.
   Pool& TreePool();
 
-  // Whether this section was ever asked for a child, found or not, or had one: saved, it then has a
-  // block, if an empty one.
-  bool HasEntries() const { return entry_left || children != nullptr; }
+  // Whether a save gives this section a block, if an empty one: it has or had a child, or was asked
+  // for one in vain.
+  bool HasBlock() const { return missed_child || children != nullptr; }
 
-  const PoolText& comment() const { return extras != nullptr ? extras->comment : NoComment; }
+  const PoolText& comment() const { return extras_ != nullptr ? extras_->comment : NoComment; }
   const PoolText& inline_comment() const {
-    return extras != nullptr ? extras->inline_comment : NoComment;
+    return extras_ != nullptr ? extras_->inline_comment : NoComment;
   }
 
   // The place of a Link on LinkTrail; no other section need have one.
-  LinkTrail::Mark* link_trail_mark() { return &extras->link_trail_mark; }
+  LinkTrail::Mark* link_trail_mark() { return &extras_->link_trail_mark; }
 
   // What a look-up reads comes first, close together.
   PoolText name;
   Children* children = nullptr;  // null: never had one
   std::uint32_t name_hash = 0;   // of its name; Children keeps it, in large blocks
   SectionType type = SectionType::None;
-  union {                // `type` says which of them is there
-    PoolText value{};    // of a String or a Link; empty in a section without a type
-    NumberList numbers;  // of a Number: at least one
-  };
+  Value value;
   RealSection* parent = nullptr;  // not owned; null on a root
   std::int32_t index = 0;         // place among the siblings; Children keeps it
-  bool read_only;                 // changes asked of this section are refused
-  bool entry_left = false;        // a lookup that failed here has left its mark
+  bool read_only;                 // no setter, removal or renaming works on it
+  bool missed_child = false;      // a lookup has failed here
 
  protected:
+  // Where a path leaves the sections that there are.
+  struct Miss {
+    RealSection* section;   // the last one on the way
+    std::string_view rest;  // of the path, from the name on that it has no child of
+  };
+
+  // The section at `path`; null, without a message, if there is none. Behind `path` stands a byte
+  // that no name can hold.
+  RealSection* Follow(std::string_view path, Miss* miss);
+
+  // Sends the message of a look-up that has failed. When the handler returns, nothing that `path`
+  // and this section stand in need be left.
+  void ReportMiss(std::string_view path, const Miss& miss);
+
+  // Whether this section is read-only, with a message if it is: `format` takes its name and `what`.
+  bool RefusesChange(const char* format, const char* what) const;
+
   // Sets `name`, and the key under which the section is known. False if that is taken.
   virtual bool Rename(std::string_view new_name);
 
@@ -111,6 +130,7 @@ class RealSection : public virtual Section {
   struct Extras {
     PoolText comment;         // lines, each ending in LF
     PoolText inline_comment;  // on the section's own line
+    PoolText former_text;     // of a Number; the host may still hold a pointer to it
     LinkTrail::Mark link_trail_mark = 0;
   };
   static const PoolText NoComment;
@@ -118,14 +138,13 @@ class RealSection : public virtual Section {
   RealSection* Top();
   Extras& MakeExtras(Pool& pool);
   void Release(Pool& pool);
-  RealSection* Follow(std::string_view path, std::string_view* missing);
   RealSection* MakeSection(std::string_view path);
   RealSection* BeginSet(const char* path);
   bool RemoveChild(std::string_view child_name);
   RealSection* FindTarget(const char* path);
   RealSection* FindByIndex(const char* path, std::int32_t child_index);
 
-  Extras* extras = nullptr;  // null: none; a Link has them
+  Extras* extras_ = nullptr;  // null: none; a Link has them
 };
 
 }  // namespace confgrove

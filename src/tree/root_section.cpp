@@ -4,36 +4,50 @@
 #include <cassert>
 #include <utility>
 
-#include "tree/text.h"
+#include "tree/path.h"
 
 namespace confgrove {
 
 RootSection::RootSection(const std::string& file_name, bool is_read_only)
-    : RealSection(is_read_only), files{file_name} {
+    : RealSection(is_read_only), origin(file_name), files{file_name} {
   name.Assign(file_name, pool);
 }
 
 RootSection::~RootSection() {
+  RootWatch::Report(this);
   for (auto& entry : imports) delete entry.second;  // each sets its own entry to null
   if (parent_config != nullptr) parent_config->imports.find(name.view())->second = nullptr;
 }
 
 RealSection* RootSection::FindSection(std::string_view path) {
-  if (RealSection* own = RealSection::FindSection(path)) return own;
-  for (const auto& entry : imports) {
-    if (entry.second == nullptr) continue;
-    if (RealSection* imported = entry.second->FindSection(path)) return imported;
+  if (imports.empty()) return RealSection::FindSection(path);
+  Miss miss;
+  if (RealSection* own = Follow(path, &miss)) return own;
+  // The handler that gets the message may change the tree, and with it the text that `path` is.
+  const std::string own_path(path);
+  const RootWatch watch(this);
+  ReportMiss(path, miss);
+  return watch.gone() ? nullptr : FindInImports(own_path, watch);
+}
+
+// The handler may also change `imports`, so that the way through them goes by the names alone.
+RealSection* RootSection::FindInImports(const std::string& path, const RootWatch& watch) {
+  std::string name_done;
+  for (auto entry = imports.begin(); entry != imports.end();
+       entry = imports.upper_bound(name_done)) {
+    name_done = entry->first;
+    if (entry->second == nullptr) continue;
+    RealSection* found = entry->second->FindSection(path);
+    if (found != nullptr || watch.gone()) return found;
   }
   return nullptr;
 }
 
 bool RootSection::RemoveSection(const char* path) {
   assert(path != nullptr);
-  const bool whole = WithoutBlanks(path).empty();
-  if (whole) read_only = false;
-  if (RealSection::RemoveSection(path)) return true;
-  if (whole) delete this;
-  return whole;
+  if (!WithoutBlanks(path).empty()) return RealSection::RemoveSection(path);
+  delete this;
+  return true;
 }
 
 bool RootSection::Rename(std::string_view new_name) {
@@ -52,6 +66,10 @@ bool RootSection::Rename(std::string_view new_name) {
   }
   name.Assign(new_name, pool);
   return true;
+}
+
+FileOrigin RootSection::File() const {
+  return name.view() == origin.name ? origin : FileOrigin(name.str());
 }
 
 void RootSection::Attach(RootSection* imported) {

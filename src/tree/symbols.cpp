@@ -3,8 +3,9 @@
 
 #include <algorithm>
 
-#include "front/trace.h"
-#include "tree/text.h"
+#include "base/letters.h"
+#include "base/trace.h"
+#include "tree/path.h"
 
 namespace confgrove {
 namespace {

@@ -5,10 +5,10 @@
 #include <new>
 #include <string>
 
-#include "front/trace.h"
-#include "tree/limits.h"
+#include "base/limits.h"
+#include "base/trace.h"
+#include "tree/path.h"
 #include "tree/real_section.h"
-#include "tree/text.h"
 
 namespace confgrove {
 namespace {
@@ -29,13 +29,11 @@ bool RefuseNumbers() {
 // Finds the section at `path` in this tree, or makes it with all that is missing on the way. Null,
 // with a message, if the path is refused; what was made by then stays.
 RealSection* RealSection::MakeSection(std::string_view path) {
-  path = WithoutBlanks(path);
-  if (path.empty()) return this;
-  if (!CheckPathBegin(path.front())) return nullptr;
-  std::string_view missing;
-  RealSection* current = Follow(path, &missing);
-  if (missing.data() == nullptr) return current;
-  if (!CheckPath(path)) return nullptr;
+  Miss miss;
+  if (RealSection* found = Follow(path, &miss)) return found;
+  if (!CheckPath(WithoutBlanks(path))) return nullptr;
+  RealSection* current = miss.section;
+  std::string_view missing = miss.rest;
   for (std::int32_t depth = DepthOf(current) + 1;; ++depth) {
     if (depth > MaxDepth) {
       TraceHandler(LevelError, "nesting too deep");
@@ -55,19 +53,15 @@ RealSection* RealSection::MakeSection(std::string_view path) {
 // What the setters of values begin with: the section to change, or null if there is a refusal.
 RealSection* RealSection::BeginSet(const char* path) {
   assert(path != nullptr);
-  if (!read_only) return MakeSection(path);
-  if (TraceLevel > 0) {
-    TraceHandler(LevelError, "section '%s' is 'read-only', cannot set parameter: %s", name.c_str(),
-                 path);
-  }
-  return nullptr;
+  if (RefusesChange("section '%s' is 'read-only', cannot set parameter: %s", path)) return nullptr;
+  return MakeSection(path);
 }
 
-bool RealSection::SetString(const char* text, const char* path) {
-  assert(text != nullptr);
+bool RealSection::SetString(const char* new_text, const char* path) {
+  assert(new_text != nullptr);
   RealSection* target = BeginSet(path);
   if (target == nullptr) return false;
-  target->AssignText(SectionType::String, text);
+  target->AssignText(SectionType::String, new_text);
   return true;
 }
 
@@ -108,22 +102,18 @@ bool RealSection::SetInts(const std::int32_t* values, std::int32_t count, const 
   return SetDoubles(converted.get(), count, path);
 }
 
-bool RealSection::SetComment(const char* text, const char* path, bool is_inline) {
-  assert(text != nullptr && path != nullptr);
-  if (read_only) {
-    if (TraceLevel > 0) {
-      TraceHandler(LevelError, "section '%s' is 'read-only', cannot set comment '%s'", name.c_str(),
-                   text);
-    }
+bool RealSection::SetComment(const char* new_comment, const char* path, bool is_inline) {
+  assert(new_comment != nullptr && path != nullptr);
+  if (RefusesChange("section '%s' is 'read-only', cannot set comment '%s'", new_comment)) {
     return false;
   }
   RealSection* target = MakeSection(path);
   if (target == nullptr) return false;
-  std::string_view comment = text;
+  const std::string_view given = new_comment;
   if (is_inline) {
-    target->SetComment(comment.substr(0, comment.find('\n')), true);
+    target->SetComment(given.substr(0, given.find('\n')), true);
   } else {
-    target->SetComment(std::string(comment) + '\n', false);
+    target->SetComment(std::string(given) + '\n', false);
   }
   return true;
 }

@@ -6,7 +6,7 @@
 #include <cstring>
 #include <string>
 
-#include "front/trace.h"
+#include "base/trace.h"
 #include "platform/platform.h"
 
 namespace {

@@ -17,8 +17,9 @@ bool UndefinedLink;  // was reported
 
 // The root directory, to the end of the process.
 struct Directory {
-  const std::string path = std::filesystem::temp_directory_path() /
-                           ("confgrove_fuzz_" + std::to_string(std::random_device()()) + "/");
+  const std::string path = (std::filesystem::temp_directory_path() /
+                            ("confgrove_fuzz_" + std::to_string(std::random_device()()) + "/"))
+                               .string();
   Directory() {
     std::filesystem::create_directories(path + "folder.cfg");
     ConfSet(path.c_str(), nullptr, 2, ReadMessage);
@@ -65,6 +66,8 @@ void FreshFiles() {
 void WriteFile(const std::string& name, const std::string& bytes) {
   std::ofstream(ConfGetRoot() + name, std::ios::binary) << bytes;
 }
+
+std::string FileBytes(const std::string& name) { return ReadFile(ConfGetRoot() + name); }
 
 void SaveAndLoad(confgrove::RootSection* root) {
   const std::string name = root->name.str(), head = root->comment().str();

@@ -20,6 +20,7 @@ void ReadMessage(std::int32_t level, const char* format, ...);
 // directory folder.cfg, and nothing else. An input's own configurations have names of one letter.
 void FreshFiles();
 void WriteFile(const std::string& name, const std::string& bytes);
+std::string FileBytes(const std::string& name);
 
 // Saves `root`, unless its name has grown long, and loads its file. If a file can carry the tree,
 // the same tree must come back, and the same bytes at the next save.

@@ -34,39 +34,39 @@ void Read(Section* on, const char* path) {
 
 class Script {
  public:
-  Script(const std::uint8_t* data, std::size_t size) : rest(data, data + size) {}
+  Script(const std::uint8_t* data, std::size_t size) : rest_(data, data + size) {}
   ~Script() {
-    for (const RootSection* root : roots) Delete(root);
+    for (const RootSection* root : roots_) Delete(root);
   }
 
   void Run() {
-    while (!rest.empty()) {
+    while (!rest_.empty()) {
       Step();
       Sections seen;
-      for (const RootSection* root : roots) {
+      for (const RootSection* root : roots_) {
         Require(root == nullptr || root->parent_config != nullptr || IsSound(*root, &seen),
                 "a sound tree");
       }
-      for (const RootSection* root : roots) Require(!root || seen.count(root) != 0, "an owner");
+      for (const RootSection* root : roots_) Require(!root || seen.count(root) != 0, "an owner");
     }
   }
 
  private:
   std::uint8_t Byte() {
-    const auto byte = static_cast<std::uint8_t>(*rest.c_str());
-    rest.erase(0, 1);
+    const auto byte = static_cast<std::uint8_t>(*rest_.c_str());
+    rest_.erase(0, 1);
     return byte;
   }
 
   std::string Text() {
-    const std::string text = rest.c_str();
-    rest.erase(0, text.size() + 1);
+    const std::string text = rest_.c_str();
+    rest_.erase(0, text.size() + 1);
     return text;
   }
 
   // Takes `root`, which is about to go, and all that goes with it off the list.
   void Forget(const RootSection* root) {
-    for (RootSection*& one : roots) {
+    for (RootSection*& one : roots_) {
       const RootSection* above = one;
       while (above != nullptr && above != root) above = above->parent_config;
       if (above != nullptr) one = nullptr;
@@ -85,8 +85,9 @@ class Script {
     const std::string at = Text(), path_text = Text(), text = Text();
     const char *path = path_text.c_str(), *value = text.c_str();
     const auto size = static_cast<std::int32_t>(text.size());
-    RootSection*& root = roots[place % roots.size()];
-    const std::string file = std::string(1, static_cast<char>('a' + place % roots.size())) + ".cfg";
+    RootSection*& root = roots_[place % roots_.size()];
+    const std::string file =
+        std::string(1, static_cast<char>('a' + place % roots_.size())) + ".cfg";
     if (letter == 'f') return WriteFile(file, text);
     if (letter == 'o' || root == nullptr) {
       Delete(root);
@@ -112,7 +113,7 @@ class Script {
       case 'c': on->SetComment(value, path); break;
       case 'C': on->SetComment(value, path, true); break;
       case 'n': on->SetName(value, path, static_cast<std::int8_t>(byte)); break;
-      case 'm': top->Import(roots[byte % roots.size()]); break;
+      case 'm': top->Import(roots_[byte % roots_.size()]); break;
       case 'v': SaveAndLoad(top); break;
       case 't': ConfSetTrace(byte % 3, nullptr); break;
       case 'r':
@@ -123,8 +124,8 @@ class Script {
     }
   }
 
-  std::string rest;                     // of the input
-  std::array<RootSection*, 3> roots{};  // owned, but for those that others have imported
+  std::string rest_;                     // of the input
+  std::array<RootSection*, 3> roots_{};  // owned, but for those that others have imported
 };
 
 }  // namespace

@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <sstream>
 
-#include "tree/text.h"
+#include "tree/path.h"
 
 using namespace confgrove;
 
@@ -14,7 +14,7 @@ namespace {
 
 bool ChildrenAreSound(const RealSection& section, Sections* seen) {
   bool sound = seen->insert(&section).second &&
-               (section.type != SectionType::Number || section.numbers.size() > 0);
+               (section.type != SectionType::Number || section.value.numbers().size() > 0);
   for (std::int32_t i = 0; sound && i < section.child_count(); ++i) {
     const RealSection* child = section.children->at(i);
     sound = child != nullptr && child->index == i && child->parent == &section &&
@@ -37,9 +37,12 @@ bool HasSixDigits(double number) {
 bool ValueFits(const RealSection& section) {
   switch (section.type) {
     case SectionType::None: return section.child_count() > 0;
-    case SectionType::String: return !Holds(section.value, "\"\r\n");
-    case SectionType::Link: return !section.value.empty() && CheckPath(section.value.view());
-    default: return std::all_of(section.numbers.begin(), section.numbers.end(), HasSixDigits);
+    case SectionType::String: return !Holds(section.value.text(), "\"\r\n");
+    case SectionType::Link:
+      return !section.value.text().empty() && CheckPath(section.value.text().view());
+    default:
+      return std::all_of(section.value.numbers().begin(), section.value.numbers().end(),
+                         HasSixDigits);
   }
 }
 
@@ -60,9 +63,8 @@ bool FitsAFile(const RealSection& section) {
     const RealSection& child = *section.children->at(i);
     // An empty block is written, but read as a section without one.
     fits = !child.name.empty() && CheckPath(child.name.view()) && !Holds(child.name, ".") &&
-           ValueFits(child) && FitsAFile(child) &&
-           child.HasEntries() == (child.child_count() > 0) && !Holds(child.comment(), "\r") &&
-           !Holds(child.inline_comment(), "\r\n");
+           ValueFits(child) && FitsAFile(child) && child.HasBlock() == (child.child_count() > 0) &&
+           !Holds(child.comment(), "\r") && !Holds(child.inline_comment(), "\r\n");
   }
   return fits;
 }
@@ -75,9 +77,9 @@ std::string Dump(const RealSection& section) {
         << '\n'
         << static_cast<int>(child.type);
     if (child.type == SectionType::Number) {
-      for (const double number : child.numbers) out << ' ' << number;
+      for (const double number : child.value.numbers()) out << ' ' << number;
     } else if (child.type != SectionType::None) {
-      out << child.value.view();
+      out << child.value.text().view();
     }
     out << '{' << Dump(child) << '}';
   }

@@ -1,0 +1,159 @@
+// The tokens other than numbers, and what stands between them.
+#include "lexer/lexer.h"
+
+#include "lexer/char_class.h"
+
+namespace confgrove {
+namespace {
+
+std::string_view Between(const char* begin, const char* end) {
+  return {begin, static_cast<std::size_t>(end - begin)};
+}
+
+}  // namespace
+
+TokenKind Lexer::Read() {
+  for (;;) {
+    while (*at_ == '\t' || *at_ == ' ') ++at_;
+    const char c = *at_;
+    switch (Look(Classes.lead, c)) {
+      case Lead::Blank: ++at_; break;
+      case Lead::LineEnd:
+        if (at_ == end_) return TokenEnd;
+        ++at_;
+        CountLineEnd();
+        break;
+      case Lead::Slash:
+        if (!SkipSlash()) return TokenEnd;
+        break;
+      case Lead::Quote: return ReadString();
+      case Lead::Comment: return ReadComment();
+      case Lead::Single: ++at_; return static_cast<TokenKind>(c);
+      case Lead::Number: return ReadNumber();
+      case Lead::Link: return ReadLink();
+      case Lead::Name: return ReadName();
+      case Lead::Illegal:
+        ++at_;
+        ReportError("illegal char", at_ - 1);
+        return TokenCloseBody;
+    }
+  }
+}
+
+void Lexer::CountLineEnd() {
+  ++line;
+  name_on_line_ = false;
+}
+
+std::size_t Lexer::Begin() const {
+  switch (kind) {
+    case TokenEnd: return Offset(at_);
+    case TokenName:
+    case TokenNumber: return Offset(bytes.data());
+    case TokenString:
+    case TokenComment: return Offset(bytes.data()) - 1;
+    case TokenLink: {
+      const bool has_bytes = bytes.data() + bytes.size() == at_;
+      return has_bytes ? Offset(bytes.data()) - 1 : Offset(at_) - 2;
+    }
+    default: return Offset(at_) - 1;
+  }
+}
+
+std::size_t Lexer::End() const {
+  return kind == TokenComment ? Offset(bytes.data()) + bytes.size() : Offset(at_);
+}
+
+std::int32_t Lexer::BeginLine() const {
+  const bool counted = kind == TokenComment || (kind == TokenString && at_[-1] != '"');
+  return counted ? line - 1 : line;
+}
+
+// What was read since `begin` is at fault.
+void Lexer::ReportError(const char* message, const char* begin) {
+  listener_->ReportError(message, Offset(begin), Offset(at_));
+}
+
+// The input ends in a token, which is lost.
+TokenKind Lexer::CutOff(const char* begin) {
+  listener_->PassOver(Passed::CutOff, line, Offset(begin), Offset(end_));
+  return TokenEnd;
+}
+
+// Skips a block comment, or a slash with the byte behind it. False if the input ends there.
+bool Lexer::SkipSlash() {
+  const char* const begin = at_;
+  const std::int32_t begin_line = line;
+  const auto pass_over = [this, begin, begin_line](Passed what) {
+    listener_->PassOver(what, begin_line, Offset(begin), Offset(at_));
+  };
+  if (++at_ == end_) {
+    pass_over(Passed::Slash);
+    return false;
+  }
+  const char second = *at_++;
+  if (second != '*') {
+    if (IsLineEnd(second)) CountLineEnd();
+    pass_over(Passed::Slash);
+    return true;
+  }
+  for (; at_ != end_; ++at_) {
+    if (*at_ == '\n') ++line;
+    if (*at_ == '*' && at_[1] == '/') {
+      at_ += 2;
+      pass_over(Passed::BlockComment);
+      return true;
+    }
+  }
+  pass_over(Passed::OpenBlockComment);
+  return false;
+}
+
+TokenKind Lexer::ReadString() {
+  const char* begin = ++at_;
+  while (!Look(Classes.string_end, *at_)) ++at_;
+  if (at_ == end_) return CutOff(begin - 1);
+  bytes = Between(begin, at_);
+  const char last = *at_++;
+  if (last != '"') {
+    ReportError("\" outline", begin - 1);
+    CountLineEnd();
+  }
+  return TokenString;
+}
+
+TokenKind Lexer::ReadComment() {
+  const char* begin = ++at_;
+  while (!Look(Classes.line_end, *at_)) ++at_;
+  if (at_ == end_) return CutOff(begin - 1);
+  bytes = Between(begin, at_++);
+  inline_comment = name_on_line_;
+  CountLineEnd();
+  return TokenComment;
+}
+
+// A name needs a byte behind it: at the end of the input it is lost. The same goes for a link.
+TokenKind Lexer::ReadName() {
+  const char* begin = at_;
+  while (Look(Classes.name_byte, *at_) || (*at_ == '\0' && at_ != end_)) ++at_;
+  if (at_ == end_) return CutOff(begin);
+  bytes = Between(begin, at_);
+  name_on_line_ = true;
+  return TokenName;
+}
+
+TokenKind Lexer::ReadLink() {
+  const char* begin = ++at_;
+  if (at_ == end_) return CutOff(begin - 1);
+  if (!IsFirstLetter(*at_)) {
+    ++at_;
+    ReportError("illegal char in link definition", begin - 1);
+    return TokenLink;
+  }
+  while (Look(Classes.link_byte, *at_) || (*at_ == '\0' && at_ != end_)) ++at_;
+  if (at_ == end_) return CutOff(begin - 1);
+  bytes = Between(begin, at_);
+  return TokenLink;
+}
+
+}  // namespace confgrove

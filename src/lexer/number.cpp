@@ -1,0 +1,180 @@
+// Numbers: the rules of their bytes, and their value.
+#include <algorithm>
+#include <cfloat>
+#include <charconv>
+#include <limits>
+#include <string>
+
+#include "lexer/char_class.h"
+#include "lexer/lexer.h"
+
+namespace confgrove {
+namespace {
+
+enum class Sign { None, Plus, Minus };
+
+// What has been seen of a number, and what is wrong with the next byte.
+class NumberRules {
+ public:
+  // Takes `c` if it can continue the number. If it can't, `*fault` is what is wrong with it, or
+  // null if it simply isn't part of the number.
+  bool Accept(char c, const char** fault) {
+    *fault = nullptr;
+    if (IsDigit(c)) {
+      (exponent_ ? exponent_digits_ : base_digits_) = true;
+    } else if (c == '.') {
+      *fault = AcceptPoint();
+    } else if (c == '-' || c == '+') {
+      *fault = AcceptSign(c == '-' ? Sign::Minus : Sign::Plus);
+    } else if (c == 'e' || c == 'E' || c == 'd' || c == 'D') {
+      if (exponent_) *fault = "double 'E', 'e', 'd' or 'D'";
+      exponent_ = true;
+    } else {
+      return false;
+    }
+    return *fault == nullptr;
+  }
+
+  // What is missing when the number ends in front of a byte; null if it is complete.
+  const char* Missing() const {
+    if (exponent_ && !exponent_digits_) return "exp digits was forgotten";
+    return base_digits_ ? nullptr : "base digits was forgotten";
+  }
+
+ private:
+  const char* AcceptPoint() {
+    if (point_) return "double point, syntax";
+    if (exponent_) return "invlaid '.'";
+    point_ = true;
+    base_sign_ = Sign::Plus;
+    return nullptr;
+  }
+
+  const char* AcceptSign(Sign sign) {
+    const bool minus = sign == Sign::Minus;
+    if (!base_digits_) {
+      if (base_sign_ == Sign::Minus) return minus ? "double '-' before number" : "'-+' syntax";
+      if (base_sign_ == Sign::Plus) return minus ? "'+-' syntax" : "'++' syntax";
+      base_sign_ = sign;
+      return nullptr;
+    }
+    if (!exponent_) return "'-' or '+' before 'E', 'e', 'd' or 'D'";
+    if (exponent_digits_) return "illegal '-' or '+' in exp";
+    if (exponent_sign_ == Sign::Minus) return minus ? "'--' before exp" : "'-+' before exp";
+    if (exponent_sign_ == Sign::Plus) return minus ? "'+-' before exp" : "'++' before exp";
+    exponent_sign_ = sign;
+    return nullptr;
+  }
+
+  bool point_ = false;
+  bool exponent_ = false;
+  bool base_digits_ = false;
+  bool exponent_digits_ = false;
+  Sign base_sign_ = Sign::None;
+  Sign exponent_sign_ = Sign::None;
+};
+
+// Whether a number that no double can hold is too large; it is too small otherwise. `text` has the
+// form of a number.
+bool IsTooLarge(std::string_view text) {
+  const std::size_t exponent_at = text.find_first_of("eE");
+  const std::string_view base = text.substr(0, exponent_at);
+  const std::size_t first = base.find_first_of("123456789");
+  const std::size_t point = std::min(base.find('.'), base.size());
+  // Orders of magnitude of the first digit that isn't 0, from the point.
+  const long long place = first < point ? static_cast<long long>(point - first)
+                                        : -static_cast<long long>(first - point);
+  long long exponent = 0;
+  if (exponent_at != std::string_view::npos) {
+    std::string_view digits = text.substr(exponent_at + 1);
+    if (!digits.empty() && digits.front() == '+') digits.remove_prefix(1);
+    const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), exponent);
+    if (result.ec == std::errc::result_out_of_range) return digits.front() != '-';
+  }
+  return exponent > -place;
+}
+
+// Reads a number of the usual form, digits with a point among them at most and a sign in front at
+// most. Null if it is of another form, or too long to be exact; else the byte behind it.
+const char* ReadUsualNumber(const char* from, double* value) {
+#if FLT_EVAL_METHOD != 0  // the quotient would be rounded twice
+  static_cast<void>(from);
+  static_cast<void>(value);
+  return nullptr;
+#else
+  constexpr double PowersOfTen[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                    1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+  constexpr std::ptrdiff_t MostDigits = 15;  // so many fit a double without rounding
+  const bool minus = *from == '-';
+  const char* begin = minus ? from + 1 : from;
+  const char* at = begin;
+  std::int64_t digits = 0;
+  for (; IsDigit(*at) && at - begin <= MostDigits; ++at) digits = digits * 10 + (*at - '0');
+  std::ptrdiff_t count = at - begin;
+  if (count == 0 || count > MostDigits) return nullptr;
+  std::ptrdiff_t decimals = 0;
+  if (*at == '.') {
+    const char* point = at++;
+    for (; IsDigit(*at) && at - begin <= MostDigits + 1; ++at) digits = digits * 10 + (*at - '0');
+    decimals = at - point - 1;
+    count += decimals;
+    if (count > MostDigits) return nullptr;
+  }
+  if (Look(Classes.number_byte, *at)) return nullptr;
+  // Both are exact, so that their quotient is the double nearest to the number.
+  *value = static_cast<double>(digits) / PowersOfTen[decimals];
+  if (minus) *value = -*value;
+  return at;
+#endif
+}
+
+// The value of the longest part of `text` from its beginning on that is a number; 0 without one.
+double ToDouble(std::string_view text) {
+  if (!text.empty() && text.front() == '+') text.remove_prefix(1);
+  std::string with_e;
+  const std::size_t exponent_at = text.find_first_of("dD");
+  if (exponent_at != std::string_view::npos) {
+    with_e = text;
+    with_e[exponent_at] = 'e';
+    text = with_e;
+  }
+  double value = 0;
+  const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (result.ec == std::errc::result_out_of_range) {
+    value = IsTooLarge(text) ? std::numeric_limits<double>::infinity() : 0.0;
+    if (text.front() == '-') value = -value;
+  }
+  return value;
+}
+
+}  // namespace
+
+TokenKind Lexer::ReadNumber() {
+  const char* const begin = at_;
+  const auto text = [this, begin] {
+    return std::string_view(begin, static_cast<std::size_t>(at_ - begin));
+  };
+  if (const char* behind = ReadUsualNumber(at_, &number)) {
+    at_ = behind;
+    bytes = text();
+  } else {
+    NumberRules rules;
+    const char* fault = nullptr;
+    while (rules.Accept(*at_, &fault)) ++at_;
+    bytes = text();
+    if (fault != nullptr) {
+      ++at_;  // the byte at fault is dropped
+    } else if (at_ != end_) {
+      fault = rules.Missing();
+    }
+    if (fault != nullptr) ReportError(fault, begin);
+    number = ToDouble(bytes);
+  }
+  constexpr std::size_t LongestQuietZero = 3;
+  if (bytes.size() > LongestQuietZero && number == 0) {
+    listener_->ReportWarning("cannot parse number, set to zero", Offset(begin), Offset(at_));
+  }
+  return TokenNumber;
+}
+
+}  // namespace confgrove

@@ -1,0 +1,28 @@
+// What the command-line tool asks of the system: how its answers go out, and who reads them. The
+// library doesn't use it. console_posix.cpp and console_windows.cpp each answer all of it.
+#ifndef CONFGROVE_PLATFORM_CONSOLE_H
+#define CONFGROVE_PLATFORM_CONSOLE_H
+
+#include <string>
+#include <vector>
+
+namespace confgrove::Platform {
+
+// The arguments of the call, the program's name first: in UTF-8 where the system knows letters, and
+// the bytes that came elsewhere.
+std::vector<std::string> Arguments(int argc, char** argv);
+
+// From now on bytes pass the standard streams as they are, and a console takes them for UTF-8.
+void PassBytes();
+
+// From now on a write beyond the file size limit fails, as a write should, and doesn't end the
+// process.
+void LetLargeWritesFail();
+
+// Whether what goes there is read by a person.
+bool StandardOutputIsTerminal();
+bool StandardErrorIsTerminal();
+
+}  // namespace confgrove::Platform
+
+#endif

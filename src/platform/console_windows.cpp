@@ -1,0 +1,37 @@
+// Standard streams, for Windows.
+#include "platform/console.h"
+
+#include <fcntl.h>
+#include <io.h>
+
+#include <cstdio>
+
+#include "platform/windows_api.h"
+
+// Needs <windows.h> before it.
+#include <shellapi.h>
+
+namespace confgrove::Platform {
+
+std::vector<std::string> Arguments(int argc, char** argv) {
+  int count = 0;
+  wchar_t** const wide = ::CommandLineToArgvW(::GetCommandLineW(), &count);
+  if (wide == nullptr) return {argv, argv + argc};
+  std::vector<std::string> arguments;
+  for (int i = 0; i < count; i++) arguments.push_back(Utf8Name(wide[i]));
+  ::LocalFree(wide);
+  return arguments;
+}
+
+void PassBytes() {
+  for (std::FILE* const stream : {stdin, stdout, stderr}) ::_setmode(::_fileno(stream), _O_BINARY);
+  ::SetConsoleOutputCP(CP_UTF8);
+}
+
+void LetLargeWritesFail() {}  // the system knows no such limit
+
+bool StandardOutputIsTerminal() { return ::_isatty(::_fileno(stdout)) != 0; }
+
+bool StandardErrorIsTerminal() { return ::_isatty(::_fileno(stderr)) != 0; }
+
+}  // namespace confgrove::Platform

@@ -1,0 +1,205 @@
+// A file as text and as a tree.
+#include "text/file_text.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "base/settings.h"
+#include "base/silence.h"
+#include "lexer/char_class.h"
+#include "parser/load.h"
+
+namespace confgrove {
+namespace {
+
+Span SpanOf(const Piece& piece) { return {piece.begin, piece.end}; }
+
+bool HasPairs(const std::string& bytes) { return bytes.find("\r\n") != std::string::npos; }
+
+}  // namespace
+
+std::unique_ptr<RootSection> TreeOf(const std::string& bytes, const FileOrigin& origin) {
+  const Silence silence;
+  const SettingsOf settings(origin);
+  Load load;
+  if (!HasPairs(bytes)) return ParseFile(&load, origin.name, bytes, false, 1);
+  return ParseFile(&load, origin.name, JoinedLines(bytes), false, 1);
+}
+
+FileText::FileText(const std::string& all_bytes, const FileOrigin& origin)
+    : bytes(all_bytes), lines(bytes) {
+  const Silence silence;
+  const SettingsOf settings(origin);
+  Load load;
+  load.records_first = true;
+  if (HasPairs(bytes)) joined_ = JoinedLines(bytes);
+  const std::string& read = joined_.empty() ? bytes : joined_;
+  text = read;
+  root_ = ParseFile(&load, origin.name, read, false, 1);
+  record = std::move(load.recorded.front().record);
+  FindEnds();
+  if (root_ == nullptr) return;
+  places_.resize(Index(record.section_count) + 1);
+  PlaceSections();
+  NumberTree();
+}
+
+// A piece that another one holds ends in front of it.
+void FileText::FindEnds() {
+  const auto& pieces = record.pieces;
+  const auto ends_later = [](const Piece& a, const Piece& b) { return a.end > b.end; };
+  if (std::adjacent_find(pieces.begin(), pieces.end(), ends_later) == pieces.end()) return;
+  ends_.reserve(pieces.size());
+  std::size_t end = 0;
+  for (const Piece& piece : pieces) ends_.push_back(end = std::max(end, piece.end));
+}
+
+void FileText::PlaceSections() {
+  for (std::size_t i = 0; i < record.pieces.size(); ++i) {
+    const Piece& piece = record.pieces[i];
+    Placed& here = places_[Index(piece.section)];
+    switch (piece.kind) {
+      case PieceKind::Name: here.name_piece = static_cast<std::uint32_t>(i); break;
+      case PieceKind::InlineComment: here.inline_piece = static_cast<std::uint32_t>(i); break;
+      case PieceKind::OpenBody: here.open_piece = static_cast<std::uint32_t>(i); break;
+      case PieceKind::CloseBody: here.close_piece = static_cast<std::uint32_t>(i); break;
+      case PieceKind::Import:
+        ++import_count;
+        last_import = i;
+        break;
+      default: break;
+    }
+  }
+}
+
+// What belongs to a section follows its name, up to the body, and then its last '}'.
+SectionText FileText::At(std::int32_t number) const {
+  const Placed& place = places_[Index(number)];
+  SectionText here;
+  here.section = place.section;
+  here.parent = place.parent;
+  here.name_piece = place.name_piece;
+  if (number == 0) return here;
+  const auto& pieces = record.pieces;
+  here.name = SpanOf(pieces[place.name_piece]);
+  if (place.inline_piece != 0) here.inline_comment = SpanOf(pieces[place.inline_piece]);
+  for (std::size_t i = place.name_piece + 1; i < pieces.size(); ++i) {
+    const PieceKind kind = pieces[i].kind;
+    if (kind == PieceKind::Name || kind == PieceKind::CloseBody) break;
+    if (pieces[i].section != number) continue;
+    if (kind == PieceKind::Assign) here.assign = SpanOf(pieces[i]);
+    if (kind == PieceKind::Value) here.value = SpanOf(pieces[i]);
+    if (kind == PieceKind::OpenBody) {
+      here.first_open = SpanOf(pieces[i]);
+      break;
+    }
+  }
+  if (place.close_piece == 0) return here;
+  here.close = SpanOf(pieces[place.close_piece]);
+  here.open = SpanOf(pieces[place.open_piece]);
+  return here;
+}
+
+// The sections of a tree from its top down are in the order of their names in the file.
+void FileText::NumberTree() {
+  struct Open {
+    const RealSection* section;
+    std::int32_t number;
+    std::int32_t next_child;
+  };
+  places_[0].section = root_.get();
+  std::vector<Open> open{{root_.get(), 0, 0}};
+  std::int32_t next = 1;
+  while (!open.empty()) {
+    Open& here = open.back();
+    if (here.next_child == here.section->child_count()) {
+      places_[Index(here.number)].subtree_end = next;
+      open.pop_back();
+      continue;
+    }
+    RealSection* const child = here.section->children->at(here.next_child++);
+    places_[Index(next)].section = child;
+    places_[Index(next)].parent = here.number;
+    open.push_back({child, next, 0});
+    ++next;
+  }
+}
+
+const Fault* FileText::FirstError() const {
+  const auto error = std::find_if(record.faults.begin(), record.faults.end(),
+                                  [](const Fault& fault) { return fault.is_error; });
+  return error != record.faults.end() ? &*error : nullptr;
+}
+
+std::string FileText::NameOf(std::int32_t number) const {
+  for (const Piece& piece : record.pieces) {
+    if (piece.kind == PieceKind::Name && piece.section == number) {
+      return std::string(Bytes(SpanOf(piece)));
+    }
+  }
+  return {};
+}
+
+std::size_t FileText::FirstDirectComment(std::size_t piece) const {
+  while (piece > 0 && IsComment(record.pieces[piece - 1])) {
+    const std::string_view gap = Bytes({record.pieces[piece - 1].end, record.pieces[piece].begin});
+    if (std::count_if(gap.begin(), gap.end(), IsLineEnd) != 1) break;
+    --piece;
+  }
+  return piece;
+}
+
+std::string FileText::CommentText(std::size_t first, std::size_t end) const {
+  std::string comment;
+  for (std::size_t i = first; i < end; ++i) {
+    const Piece& piece = record.pieces[i];
+    if (IsComment(piece)) comment.append(Bytes({piece.begin + 1, piece.end})) += '\n';
+  }
+  return comment;
+}
+
+std::size_t FileText::PieceFrom(std::size_t offset) const {
+  const auto found =
+      std::partition_point(record.pieces.begin(), record.pieces.end(),
+                           [offset](const Piece& piece) { return piece.begin < offset; });
+  return static_cast<std::size_t>(found - record.pieces.begin());
+}
+
+bool FileText::BeginsLine(std::size_t piece) const {
+  const std::string_view gap = Bytes({EndBefore(piece), record.pieces[piece].begin});
+  return EndBefore(piece) == 0 || std::any_of(gap.begin(), gap.end(), IsLineEnd);
+}
+
+std::size_t FileText::LineBegin(std::size_t piece) const {
+  std::size_t begin = record.pieces[piece].begin;
+  while (begin > EndBefore(piece) && !IsLineEnd(text[begin - 1])) --begin;
+  return begin;
+}
+
+std::size_t FileText::LineStop(std::size_t end) const {
+  while (end < text.size() && (text[end] == ' ' || text[end] == '\t' || text[end] == '\f')) ++end;
+  return end;
+}
+
+bool FileText::EndsLine(std::size_t end) const {
+  const std::size_t stop = LineStop(end);
+  return stop == text.size() || IsLineEnd(text[stop]);
+}
+
+bool FileText::CommentFollows(std::size_t end) const {
+  for (std::size_t i = PieceFrom(end); i < record.pieces.size() && !EndsLine(end); ++i) {
+    const Piece& piece = record.pieces[i];
+    if (IsComment(piece)) return true;
+    const std::string_view piece_bytes = Bytes(SpanOf(piece));
+    if (std::any_of(piece_bytes.begin(), piece_bytes.end(), IsLineEnd)) return false;
+    end = std::max(end, piece.end);
+  }
+  return false;
+}
+
+std::size_t FileText::NextLine(std::size_t end) const {
+  const std::size_t stop = LineStop(end);
+  return stop < text.size() ? stop + 1 : stop;
+}
+
+}  // namespace confgrove

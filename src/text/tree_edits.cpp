@@ -1,0 +1,193 @@
+// From the difference of two trees to the edits of a file.
+#include "text/tree_edits.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "text/editing.h"
+#include "text/match.h"
+#include "text/value_text.h"
+
+namespace confgrove {
+namespace {
+
+struct Pair {
+  std::int32_t number;  // in the file
+  const RealSection* section;
+};
+
+// Whether both are the same but for what is below them.
+bool HasSameFields(const RealSection& a, const RealSection& b) {
+  return a.name.view() == b.name.view() && SameValue(a, b) &&
+         a.comment().view() == b.comment().view() &&
+         a.inline_comment().view() == b.inline_comment().view();
+}
+
+// Whether both have children of the same names in the same order, as most blocks do.
+bool HasSameChildren(const RealSection& a, const RealSection& b) {
+  if (a.child_count() != b.child_count()) return false;
+  for (std::int32_t i = 0; i < a.child_count(); ++i) {
+    if (a.children->at(i)->name.view() != b.children->at(i)->name.view()) return false;
+  }
+  return true;
+}
+
+// Edits one section, and notes those in its body that are in both.
+void EditSection(const Pair& here, Editing* editing, std::vector<Pair>* left) {
+  const auto [number, section] = here;
+  const RealSection& in_file = editing->file.Node(number);
+  const bool same_children = HasSameChildren(in_file, *section);
+  const bool same = same_children && editing->displaced.empty() && HasSameFields(in_file, *section);
+  if (number != 0 && !same) {
+    EditName(number, *section, editing);
+    EditValue(number, *section, editing);
+    EditCommentAbove(number, *section, editing);
+    EditTail(number, *section, editing);
+    if (editing->file.At(number).open.empty()) return;
+    if (RemoveBody(number, *section, editing)) return;
+  }
+  if (same_children) {
+    std::int32_t child = editing->file.FirstChild(number);
+    for (std::int32_t i = 0; i < section->child_count(); ++i) {
+      left->push_back({child, section->children->at(i)});
+      child = editing->file.NextSibling(child);
+    }
+    return;
+  }
+  const Match match = MatchChildren(editing->file, number, *section);
+  RemoveSections(match, editing);
+  InsertSections(number, match, editing);
+  for (const Match::Child& child : match.children) {
+    if (child.number != 0) left->push_back({child.number, child.section});
+  }
+}
+
+// What differs between one section of a file and one of a tree; null if nothing does.
+const char* DifferenceOf(const FileText& file, const Pair& pair) {
+  const RealSection& in_file = file.Node(pair.number);
+  const RealSection& wanted = *pair.section;
+  if (!SameComment(file, pair.number, wanted.comment().view())) {
+    return "its comment would belong to another section, or would be another one";
+  }
+  if (pair.number != 0) {
+    if (!SameValue(in_file, wanted)) return "it would have another value";
+    if (in_file.inline_comment().view() != wanted.inline_comment().view()) {
+      return "its inline comment would belong to another section, or would be another one";
+    }
+  }
+  if (in_file.child_count() != wanted.child_count()) return "it would have other sections";
+  for (std::int32_t i = 0; i < wanted.child_count(); ++i) {
+    if (in_file.children->at(i)->name.view() != wanted.children->at(i)->name.view()) {
+      return "its sections would have other names, or another order";
+    }
+  }
+  return nullptr;
+}
+
+bool SameImports(const RootSection& in_file, const RootSection& wanted) {
+  for (const auto& [name, imported] : wanted.imports) {
+    if (imported != nullptr && in_file.imports.count(name) == 0) return false;
+  }
+  return std::all_of(in_file.imports.begin(), in_file.imports.end(), [&wanted](const auto& entry) {
+    const auto found = wanted.imports.find(entry.first);
+    return found != wanted.imports.end() && found->second != nullptr;
+  });
+}
+
+}  // namespace
+
+std::string PathOf(const RealSection& section) {
+  std::string path;
+  for (const RealSection* at = &section; at->parent != nullptr; at = at->parent) {
+    if (!path.empty()) path.insert(0, 1, '.');
+    path.insert(0, at->name.view());
+  }
+  return path;
+}
+
+void Editing::Refuse(const RealSection& section, const char* reason) {
+  if (reason == nullptr || !obstacle.reason.empty()) return;
+  obstacle = {PathOf(section), reason};
+}
+
+void CheckNew(const RealSection& section, Editing* editing) {
+  std::vector<const RealSection*> left{&section};
+  while (!left.empty()) {
+    const RealSection& here = *left.back();
+    left.pop_back();
+    editing->Refuse(here, FaultOfName(here.name.view()));
+    editing->Refuse(here, FaultOfValue(here));
+    editing->Refuse(here, FaultOfComments(here));
+    for (std::int32_t i = 0; i < here.child_count(); ++i) left.push_back(here.children->at(i));
+  }
+}
+
+std::vector<Edit> EditsFor(const FileText& file, const RootSection& root,
+                           const std::vector<const RealSection*>& displaced, Obstacle* obstacle) {
+  Editing editing{file, StyleOf(file), displaced, {}, {}};
+  EditImports(root, &editing);
+  std::vector<Pair> left{{0, &root}};
+  while (!left.empty()) {
+    const Pair here = left.back();
+    left.pop_back();
+    EditSection(here, &editing, &left);
+  }
+  *obstacle = std::move(editing.obstacle);
+  return std::move(editing.splices).ToEdits(file);
+}
+
+bool SameTree(const RootSection& a, const RootSection& b) {
+  if (!SameImports(a, b) || a.comment().view() != b.comment().view()) return false;
+  std::vector<std::pair<const RealSection*, const RealSection*>> left{{&a, &b}};
+  while (!left.empty()) {
+    const auto [one, other] = left.back();
+    left.pop_back();
+    if (one->child_count() != other->child_count()) return false;
+    for (std::int32_t i = 0; i < one->child_count(); ++i) {
+      const RealSection& x = *one->children->at(i);
+      const RealSection& y = *other->children->at(i);
+      if (!HasSameFields(x, y)) return false;
+      if (x.child_count() > 0 || y.child_count() > 0) left.emplace_back(&x, &y);
+    }
+  }
+  return true;
+}
+
+Obstacle FirstDifference(const FileText& file, const RootSection& root) {
+  if (!SameImports(*file.root(), root)) return {"", "the file would have other imports"};
+  std::vector<Pair> left{{0, &root}};
+  while (!left.empty()) {
+    const Pair here = left.back();
+    left.pop_back();
+    if (const char* reason = DifferenceOf(file, here)) return {PathOf(*here.section), reason};
+    std::int32_t child = file.FirstChild(here.number);
+    for (std::int32_t i = 0; i < here.section->child_count(); ++i) {
+      left.push_back({child, here.section->children->at(i)});
+      child = file.NextSibling(child);
+    }
+  }
+  return {};
+}
+
+std::vector<const RealSection*> WithoutInlineComment(const FileText& file,
+                                                     const RootSection& root) {
+  std::vector<const RealSection*> without;
+  std::vector<Pair> left{{0, &root}};
+  while (!left.empty()) {
+    const Pair here = left.back();
+    left.pop_back();
+    const RealSection& in_file = file.Node(here.number);
+    if (here.number != 0 &&
+        in_file.inline_comment().view() != here.section->inline_comment().view()) {
+      without.push_back(here.section);
+    }
+    for (std::int32_t child = file.FirstChild(here.number); child != 0;
+         child = file.NextSibling(child)) {
+      const RealSection* same = here.section->FindChild(file.Node(child).name.view());
+      if (same != nullptr) left.push_back({child, same});
+    }
+  }
+  return without;
+}
+
+}  // namespace confgrove

@@ -1,0 +1,42 @@
+// What must change in a file for it to say what a tree says.
+#ifndef CONFGROVE_TEXT_TREE_EDITS_H
+#define CONFGROVE_TEXT_TREE_EDITS_H
+
+#include <string>
+#include <vector>
+
+#include "text/file_text.h"
+#include "text/splices.h"
+#include "tree/root_section.h"
+
+namespace confgrove {
+
+// Why a tree can't be brought into a file.
+struct Obstacle {
+  std::string section;  // its path; "" if it isn't about one
+  std::string reason;   // "" if there is none
+};
+
+// The edits that bring `file`, which is sound, to the tree of `root`. What a file can't hold is
+// told in `obstacle`, as far as a look at each section that changes shows it. The inline comments
+// of the sections in `displaced` move from behind their bodies to in front of them.
+std::vector<Edit> EditsFor(const FileText& file, const RootSection& root,
+                           const std::vector<const RealSection*>& displaced, Obstacle* obstacle);
+
+// The sections of the tree whose inline comment `file` doesn't have, by their names.
+std::vector<const RealSection*> WithoutInlineComment(const FileText& file, const RootSection& root);
+
+// What differs between a file and a tree; no reason if nothing does.
+Obstacle FirstDifference(const FileText& file, const RootSection& root);
+
+// Whether both are the same to the last comment.
+bool SameTree(const RootSection& a, const RootSection& b);
+
+// Whether `comment` is the one that `file` has for a section, or for its root: all of it, or
+// without lines that a blank line sets apart from those behind them. These are the file's own: they
+// stay when a section goes, and then stand above the next one.
+bool SameComment(const FileText& file, std::int32_t number, std::string_view comment);
+
+}  // namespace confgrove
+
+#endif

@@ -1,0 +1,76 @@
+#!/usr/bin/env bash
+# Checks each file of tests/problems, and compares what is said of it with the .txt beside it. All
+# forms must show the same places.
+#
+#   problems_test.sh TOOL [--update]    --update makes today's answers the ones to keep to
+tool=$(realpath "$1")
+cd "$(dirname "${BASH_SOURCE[0]}")/../problems" || exit 1
+export LC_ALL=C
+failures=0
+
+# What a person sees, and, where that leaves anything out, all of it in short.
+answers() {
+  local text all
+  text=$("$tool" check "$1" 2>&1)
+  printf '$ confgrove check %s\n%s\n(%d)\n' "$1" "$text" "$?"
+  all=$("$tool" check --all --format=short "$1" 2>&1)
+  [[ $all == *"(follows from "* ]] || return
+  printf '$ confgrove check --all --format=short %s\n%s\n' "$1" "$all"
+}
+
+short_places() { "$tool" check --all --format=short "$1" | grep -a '\[' | cut -d ' ' -f 1; }
+json_places() {
+  "$tool" check --format=json "$1" | jq -r 'select(.line > 0) | "\(.file):\(.line):\(.column):"'
+}
+rendered_places() { "$tool" check --format=json "$1" | jq -r '.rendered' | grep -a '^[a-z].*\]' | cut -d ' ' -f 1; }
+sarif_places() {
+  "$tool" check --format=sarif "$1" | jq -r '.runs[0].results[].locations[0].physicalLocation |
+    "\(.artifactLocation.uri):\(.region.startLine):\(.region.startColumn):"'
+}
+
+for file in *.cfg; do
+  if [[ ${2-} == --update ]]; then
+    answers "$file" >"${file%.cfg}.txt"
+  elif ! difference=$(diff --label wanted --label found -u "${file%.cfg}.txt" <(answers "$file")); then
+    printf 'FAILED: %s\n%s\n' "$file" "$difference"
+    failures=$((failures + 1))
+  fi
+  command -v jq >/dev/null || continue
+  for form in json rendered sarif; do
+    if [[ $(short_places "$file" | head -n 50) != $("${form}_places" "$file" | head -n 50) ]]; then
+      printf 'FAILED: %s: the places as %s are others\n' "$file" "$form"
+      failures=$((failures + 1))
+    fi
+  done
+done
+# The pages: the first example of each has its problem, the second has none.
+pairs=$PWD
+work=$(mktemp -d)
+trap 'rm -r "$work"' EXIT
+cd "$work" || exit 1
+echo 'rate = 1' >base.cfg
+examples=0
+for code in $("$tool" explain); do
+  page=$("$tool" explain "$code")
+  [[ $page == *'```'* ]] || continue
+  awk '/^```/ { ++marks; next } marks == 1' <<<"$page" >bad.cfg
+  awk '/^```/ { ++marks; next } marks == 3' <<<"$page" >good.cfg
+  [[ $code == cut-off ]] && printf %s "$(<bad.cfg)" >bad.cfg
+  "$tool" check --format=short bad.cfg | grep -qF "[$code]" || {
+    echo "FAILED: the bad example of $code has no such problem"
+    failures=$((failures + 1))
+  }
+  [[ -s good.cfg && -z $("$tool" check good.cfg 2>&1) ]] || {
+    echo "FAILED: the good example of $code isn't sound"
+    failures=$((failures + 1))
+  }
+  examples=$((examples + 1))
+done
+((examples > 30)) || failures=$((failures + 1))
+for code in $(grep -ohE '\[[a-z]+(-[a-z]+)+\]' "$pairs"/*.txt | tr -d '[]' | sort -u); do
+  "$tool" explain "$code" >/dev/null || failures=$((failures + 1))  # it has a page
+done
+
+((failures == 0)) && echo "all passed" && exit 0
+echo "$failures failed"
+exit 1

@@ -1,0 +1,158 @@
+// check: shows all problems of files, and mends what can be mended without a guess.
+#include <algorithm>
+#include <array>
+#include <iostream>
+#include <map>
+#include <utility>
+
+#include "commands.h"
+#include "file_name.h"
+#include "platform/console.h"
+#include "refusal.h"
+#include "render.h"
+#include "standard_input.h"
+
+namespace confgrove::Tool {
+namespace {
+
+struct Arguments {
+  std::vector<std::string> files;
+  std::string format = "text";
+  std::string colour = "auto";
+  bool all = false;
+  bool fix = false;
+};
+
+bool WantsColour(const std::string& choice) {
+  if (choice != "auto") return choice == "always";
+  return MayColour() && Platform::StandardOutputIsTerminal();
+}
+
+// The edits of the safe fixes, by file, in order and apart from each other.
+std::map<std::string, std::vector<Edit>> SafeEdits(const Problems& problems, std::size_t* fixes) {
+  std::map<std::string, std::vector<Edit>> edits;
+  for (const Problem& problem : problems) {
+    const auto fix = std::find_if(problem.fixes.begin(), problem.fixes.end(),
+                                  [](const Fix& one) { return one.safe != 0; });
+    if (problem.follows >= 0 || fix == problem.fixes.end()) continue;
+    std::vector<Edit>& known = edits[fix->file];
+    const bool apart = std::all_of(fix->edits.begin(), fix->edits.end(), [&](const Edit& edit) {
+      return std::all_of(known.begin(), known.end(), [&](const Edit& other) {
+        return edit.offset > other.offset + other.length ||
+               other.offset > edit.offset + edit.length;
+      });
+    });
+    if (!apart) continue;
+    known.insert(known.end(), fix->edits.begin(), fix->edits.end());
+    ++*fixes;
+  }
+  for (auto& [file, of_file] : edits) {
+    std::sort(of_file.begin(), of_file.end(),
+              [](const Edit& a, const Edit& b) { return a.offset < b.offset; });
+  }
+  return edits;
+}
+
+// Applies the safe fixes. What comes to light then is mended too.
+Problems Mend(const std::string& file, Problems problems) {
+  constexpr int MostRounds = 10;
+  std::size_t fixes = 0;
+  for (int round = 0; round < MostRounds; ++round) {
+    const std::size_t before = fixes;
+    for (const auto& [path, edits] : SafeEdits(problems, &fixes)) {
+      const SaveResult result = EditFile(path, ReadBytes(path, path).size(), edits);
+      if (!result) throw Refusal(path + ": " + result.reason);
+    }
+    if (fixes == before) break;
+    problems = confgrove::Check(file);
+  }
+  if (fixes > 0) {
+    std::cerr << file + ": " + std::to_string(fixes) + (fixes == 1 ? " fix" : " fixes") +
+                     " applied\n";
+  }
+  return problems;
+}
+
+class Printer {
+ public:
+  explicit Printer(const Arguments& given) : given_(given), colour_(WantsColour(given.colour)) {}
+
+  void Print(const Problems& problems) {
+    if (given_.format == "sarif") {
+      const std::size_t first = sarif_.size();
+      sarif_.insert(sarif_.end(), problems.begin(), problems.end());
+      for (std::size_t i = first; i < sarif_.size(); ++i) {
+        if (sarif_[i].follows >= 0) sarif_[i].follows += static_cast<std::int32_t>(first);
+      }
+      return;
+    }
+    SourceFiles sources;
+    for (std::size_t i = 0; i < problems.size(); ++i) {
+      if (given_.format == "json") {
+        std::cout << AsJson(problems, i, &sources);
+      } else if (problems[i].follows < 0 || given_.all) {
+        PrintForPeople(problems, i, &sources);
+      }
+    }
+  }
+
+  void Finish() const {
+    if (given_.format == "sarif") std::cout << AsSarif(sarif_);
+    if (shown_ > MostShown) std::cout << "and " << shown_ - MostShown << " more\n";
+  }
+
+ private:
+  void PrintForPeople(const Problems& problems, std::size_t number, SourceFiles* sources) {
+    if (++shown_ > MostShown) return;
+    std::cout << (given_.format == "short" ? AsShort(problems, number)
+                                           : AsText(problems, number, sources, colour_));
+  }
+
+  const Arguments& given_;
+  bool colour_;
+  std::size_t shown_ = 0;
+  Problems sarif_;
+};
+
+int Check(const Arguments& given) {
+  const bool reads_input = std::count(given.files.begin(), given.files.end(), StandardInput) > 0;
+  RefuseUnless(!given.fix || !reads_input, "-: standard input can't be fixed", ExitWrongCall);
+  int result = ExitDone;
+  Printer printer(given);
+  for (const std::string& file : given.files) {
+    try {
+      const std::string path = PathOfInput(file);
+      static_cast<void>(FileName(path));  // refuses what the library can't open
+      RequireReadable(path, file);
+      Problems problems = ProblemsOf(file);
+      if (given.fix) problems = Mend(file, std::move(problems));
+      printer.Print(problems);
+      const bool faulty = std::any_of(problems.begin(), problems.end(), [](const Problem& one) {
+        return one.severity == Severity::Error && one.unread == 0;
+      });
+      if (faulty) result = ExitRefused;
+    } catch (const Refusal& refusal) {
+      result = ExitRefused;
+      Complain(refusal.what());
+    }
+  }
+  printer.Finish();
+  return result;
+}
+
+}  // namespace
+
+void AddCheck(CLI::App* app, Action* action) {
+  const auto given = std::make_shared<Arguments>();
+  CLI::App* const check = app->add_subcommand("check", "Show all problems of files");
+  AddFiles(check, &given->files);
+  AddText(check, "--format", &given->format, "text, short, json or sarif")
+      ->check(CLI::IsMember({"text", "short", "json", "sarif"}));
+  AddText(check, "--color", &given->colour, "always, never, or auto: on a terminal")
+      ->check(CLI::IsMember({"always", "never", "auto"}));
+  check->add_flag("--all", given->all, "Show what follows from other problems, too");
+  check->add_flag("--fix", given->fix, "Apply the fixes that need no guess to the files");
+  check->callback([=] { *action = [given] { return Check(*given); }; });
+}
+
+}  // namespace confgrove::Tool

@@ -1,0 +1,79 @@
+// set: gives a section a value or comments.
+#include <optional>
+
+#include "commands.h"
+#include "messages.h"
+#include "refusal.h"
+#include "set_value.h"
+#include "text.h"
+
+namespace confgrove::Tool {
+namespace {
+
+struct Arguments {
+  std::string file, path;
+  std::vector<std::string> values;
+  bool as_string = false;
+  bool as_number = false;
+  bool as_link = false;
+  bool existing_only = false;
+  std::optional<std::string> comment, inline_comment;
+  ChangeOptions options;
+};
+
+void SetComment(Change* change, const std::string& path, const std::string& comment,
+                bool is_inline) {
+  RefuseUnless(change->config->SetComment(comment.c_str(), path.c_str(), is_inline),
+               change->name.shown + ": " + Quoted(path) + ": " + FirstRefusal());
+}
+
+int Set(const Arguments& given) {
+  const std::string path = PathToChange(given.path);
+  RefuseUnless(!given.values.empty() || given.comment || given.inline_comment,
+               "set needs a value or a comment", ExitWrongCall);
+  RefuseUnless(given.comment != "", "an empty comment can't be stored", ExitWrongCall);
+  RefuseUnless(
+      !given.inline_comment || given.inline_comment->find_first_of("\r\n") == std::string::npos,
+      "an inline comment is one line");
+  const ValueKind kind = given.as_string   ? ValueKind::String
+                         : given.as_number ? ValueKind::Number
+                         : given.as_link   ? ValueKind::Link
+                                           : ValueKind::Kept;
+  return ChangeFile(given.file, given.options, [&](Change* change) {
+    if (given.values.empty()) {
+      change->RequireOwn(path);  // a comment alone makes no section
+    } else {
+      NoteIfNew(change, path, given.existing_only);
+      SetValue(change, path, given.values, kind);
+    }
+    if (given.comment) SetComment(change, path, *given.comment, false);
+    if (given.inline_comment) SetComment(change, path, *given.inline_comment, true);
+  });
+}
+
+}  // namespace
+
+void AddSet(CLI::App* app, Action* action) {
+  const auto given = std::make_shared<Arguments>();
+  CLI::App* const set = app->add_subcommand("set", "Give a section a value or a comment");
+  AddFile(set, &given->file);
+  AddPath(set, &given->path);
+  AddText(set, "VALUE", &given->values,
+          "A value of the kind that the section has. For a new one numbers make a number or an "
+          "array, @path a link, all else a text");
+  CLI::Option* const string_flag =
+      set->add_flag("--string", given->as_string, "VALUE is a text whatever it looks like");
+  CLI::Option* const number_flag =
+      set->add_flag("--number", given->as_number, "VALUE is a number, several are an array")
+          ->excludes(string_flag);
+  set->add_flag("--link", given->as_link, "VALUE is the path that a link leads to")
+      ->excludes(string_flag)
+      ->excludes(number_flag);
+  AddText(set, "--comment", &given->comment, "The comment above, without '#'");
+  AddText(set, "--inline", &given->inline_comment, "The comment behind; \"\" removes it");
+  AddExisting(set, &given->existing_only);
+  AddDiff(set, &given->options);
+  set->callback([=] { *action = [given] { return Set(*given); }; });
+}
+
+}  // namespace confgrove::Tool

@@ -1,0 +1,74 @@
+// where: tells where a section stands.
+#include <confgrove/inspect.h>
+
+#include <iostream>
+
+#include "commands.h"
+#include "messages.h"
+#include "open_file.h"
+#include "refusal.h"
+#include "shown_section.h"
+#include "text.h"
+
+namespace confgrove::Tool {
+namespace {
+
+struct Arguments {
+  std::string file, path;
+};
+
+// The sections of that path in the trees of `config`, in the order in which look-ups ask them: the
+// first one hides the others.
+void FindAll(Config* config, const char* path, std::vector<Section*>* found) {
+  Section* const section = FindSection(config, path);
+  if (section == nullptr) return;
+  if (ConfigOf(section) == config) found->push_back(section);
+  for (Config* const import : Imports(config)) FindAll(import, path, found);
+}
+
+std::string PlaceText(const Place& place, const Config* config, Section* section,
+                      const std::string& shown) {
+  std::string text = ConfigOf(section) == config ? shown : FileName::ForSystem(place.file);
+  if (place.line > 0) {
+    text += ':' + std::to_string(place.line) + ':' + std::to_string(place.column);
+  }
+  return text;
+}
+
+int ShowPlaces(const Arguments& given) {
+  const std::unique_ptr<Config> config = LoadInput(given.file);
+  const std::string path = PathFromShell(given.path);
+  Section* const start = FindSection(config.get(), path.c_str());
+  if (start == nullptr || path.empty()) RefuseMissing(given.file, path);
+
+  std::vector<Section*> sections;
+  std::vector<bool> hidden;
+  const std::vector<Section*> chain = FollowLinks(config.get(), start);
+  for (Section* const link : chain) {
+    FindAll(config.get(), PathOf(link).c_str(), &sections);
+    hidden.push_back(false);
+    hidden.resize(sections.size(), true);
+  }
+  const std::vector<Place> places = Where(sections);
+  for (std::size_t i = 0; i < sections.size(); ++i) {
+    std::cout << PlaceText(places[i], config.get(), sections[i], given.file) << ": "
+              << LineOf(sections[i]) << (hidden[i] ? " (hidden)" : "") << '\n';
+  }
+  if (OwnType(chain.back()) == SectionType::Link) {
+    throw Refusal(given.file + ": '" + NameToUtf8(path) + "': its links run in a circle");
+  }
+  return ExitDone;
+}
+
+}  // namespace
+
+void AddWhere(CLI::App* app, Action* action) {
+  const auto given = std::make_shared<Arguments>();
+  CLI::App* const where =
+      app->add_subcommand("where", "Print in which file and line a section stands");
+  AddFile(where, &given->file);
+  AddPath(where, &given->path);
+  where->callback([=] { *action = [given] { return ShowPlaces(*given); }; });
+}
+
+}  // namespace confgrove::Tool
