@@ -51,17 +51,17 @@ Section* Change::RequireOwn(const std::string& path) const {
                 (imported ? " stands in an imported file" : " isn't there"));
 }
 
-void AddDiff(CLI::App* command, ChangeOptions* options) {
-  command->add_flag("--diff", options->diff, "Write nothing; print what would change");
+void AddDiff(Command* command, ChangeOptions* options) {
+  command->AddFlag("--diff", &options->diff, "Write nothing; print what would change");
 }
 
-void AddExisting(CLI::App* command, bool* existing_only) {
-  command->add_flag("--existing", *existing_only, "Refuse a path that isn't there");
+void AddExisting(Command* command, bool* existing_only) {
+  command->AddFlag("--existing", existing_only, "Refuse a path that isn't there");
 }
 
-void AddLinks(CLI::App* command, ChangeOptions* options) {
-  command->add_flag("--links", options->remove_links,
-                    "Remove the links too that lead to what is removed");
+void AddLinks(Command* command, ChangeOptions* options) {
+  command->AddFlag("--links", &options->remove_links,
+                   "Remove the links too that lead to what is removed");
 }
 
 int ChangeFile(const std::string& file, const ChangeOptions& options,

@@ -55,9 +55,9 @@ struct ChangeOptions {
   bool remove_links = false;  // that lead to a removed section
 };
 
-void AddDiff(CLI::App* command, ChangeOptions* options);
-void AddExisting(CLI::App* command, bool* existing_only);
-void AddLinks(CLI::App* command, ChangeOptions* options);
+void AddDiff(Command* command, ChangeOptions* options);
+void AddExisting(Command* command, bool* existing_only);
+void AddLinks(Command* command, ChangeOptions* options);
 
 // Opens `file`, has it changed, and saves it. If another program has changed it in between, all is
 // done anew.

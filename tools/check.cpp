@@ -3,6 +3,7 @@
 #include <array>
 #include <iostream>
 #include <map>
+#include <memory>
 #include <utility>
 
 #include "commands.h"
@@ -142,17 +143,17 @@ int Check(const Arguments& given) {
 
 }  // namespace
 
-void AddCheck(CLI::App* app, Action* action) {
+void AddCheck(Command* tool) {
   const auto given = std::make_shared<Arguments>();
-  CLI::App* const check = app->add_subcommand("check", "Show all problems of files");
-  AddFiles(check, &given->files);
-  AddText(check, "--format", &given->format, "text, short, json or sarif")
-      ->check(CLI::IsMember({"text", "short", "json", "sarif"}));
-  AddText(check, "--color", &given->colour, "always, never, or auto: on a terminal")
-      ->check(CLI::IsMember({"always", "never", "auto"}));
-  check->add_flag("--all", given->all, "Show what follows from other problems, too");
-  check->add_flag("--fix", given->fix, "Apply the fixes that need no guess to the files");
-  check->callback([=] { *action = [given] { return Check(*given); }; });
+  Command check = tool->AddCommand("check", "Show all problems of files");
+  check.AddFiles(&given->files);
+  check.AddText("--format", &given->format, "text, short, json or sarif")
+      .TakeOneOf({"text", "short", "json", "sarif"});
+  check.AddText("--color", &given->colour, "always, never, or auto: on a terminal")
+      .TakeOneOf({"always", "never", "auto"});
+  check.AddFlag("--all", &given->all, "Show what follows from other problems, too");
+  check.AddFlag("--fix", &given->fix, "Apply the fixes that need no guess to the files");
+  check.SetAction([given] { return Check(*given); });
 }
 
 }  // namespace confgrove::Tool

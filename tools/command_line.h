@@ -1,34 +1,71 @@
-// What the commands share in taking their arguments.
+// The call of the tool: its commands, and the options and arguments that they take.
 #ifndef CONFGROVE_TOOLS_COMMAND_LINE_H
 #define CONFGROVE_TOOLS_COMMAND_LINE_H
 
-#include <CLI/CLI.hpp>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
+
+// A large header that takes seconds to compile: few files know more of it than these names.
+namespace CLI {
+class App;
+class Option;
+}  // namespace CLI
 
 namespace confgrove::Tool {
 
 // What a call has come to. It gives the exit code, or ends in a Refusal.
 using Action = std::function<int()>;
 
+// A handle on an option or an argument of a command. Goes with the CLI::App.
+class Option {
+ public:
+  explicit Option(CLI::Option* option) : option_(option) {}
+
+  Option& Require();
+  Option& Exclude(const Option& other);
+  Option& Need(const Option& other);
+  Option& TakeOneOf(const std::vector<std::string>& words);
+
+ private:
+  CLI::Option* option_;  // not owned
+};
+
+// A handle on a command, or on the tool as a whole. What options and arguments are stored in must
+// live until the call has been carried out.
+class Command {
+ public:
+  // A call stores what it has come to in `*action`.
+  Command(CLI::App* app, Action* action) : app_(app), action_(action) {}
+
+  Command AddCommand(const std::string& name, const std::string& about);
+
+  // An option, or an argument if its name has no dashes.
+  Option AddText(const std::string& name, std::string* text, const std::string& about);
+  Option AddText(const std::string& name, std::optional<std::string>* text,
+                 const std::string& about);
+  Option AddTexts(const std::string& name, std::vector<std::string>* texts,
+                  const std::string& about);
+  Option AddFlag(const std::string& name, bool* flag, const std::string& about);
+
+  // The arguments FILE and PATH, which must be there.
+  void AddFile(std::string* file);
+  void AddFiles(std::vector<std::string>* files);
+  void AddPath(std::string* path);
+
+  void SetNotes(const std::string& notes);
+  void SetAction(const Action& action);
+
+ private:
+  CLI::App* app_;   // not owned
+  Action* action_;  // not owned
+};
+
 // CLI11 splits an argument in brackets and takes "++" for its own. A byte that no argument can hold
-// keeps it from both; the Add... functions below take it off again. `call` begins with the
-// program's name. In the order that CLI11 takes.
+// keeps it from both; options take it off again. `call` begins with the program's name. In the
+// order that CLI11 takes.
 std::vector<std::string> Protected(const std::vector<std::string>& call);
-std::string Unprotected(const std::string& argument);
-
-// An option, or an argument if its name has no dashes.
-template <typename Value>
-CLI::Option* AddText(CLI::App* command, const std::string& name, Value* value,
-                     const std::string& help) {
-  return command->add_option(name, *value, help)->transform(Unprotected);
-}
-
-// The arguments FILE and PATH, which must be there.
-void AddFile(CLI::App* command, std::string* file);
-void AddFiles(CLI::App* command, std::vector<std::string>* files);
-void AddPath(CLI::App* command, std::string* path);
 
 }  // namespace confgrove::Tool
 

@@ -1,5 +1,4 @@
-// The commands of the tool. Each adds itself to `app`; a call of it stores what is to be done in
-// `*action`, which outlives `app`.
+// The commands of the tool. Each adds itself.
 #ifndef CONFGROVE_TOOLS_COMMANDS_H
 #define CONFGROVE_TOOLS_COMMANDS_H
 
@@ -8,25 +7,25 @@
 namespace confgrove::Tool {
 
 // Commands that read.
-void AddCheck(CLI::App* app, Action* action);
-void AddConvert(CLI::App* app, Action* action);
-void AddDiffCommand(CLI::App* app, Action* action);
-void AddExplain(CLI::App* app, Action* action);
-void AddFlatten(CLI::App* app, Action* action);
-void AddGet(CLI::App* app, Action* action);
-void AddImports(CLI::App* app, Action* action);
-void AddList(CLI::App* app, Action* action);
-void AddWhere(CLI::App* app, Action* action);
+void AddCheck(Command* tool);
+void AddConvert(Command* tool);
+void AddDiffCommand(Command* tool);
+void AddExplain(Command* tool);
+void AddFlatten(Command* tool);
+void AddGet(Command* tool);
+void AddImports(Command* tool);
+void AddList(Command* tool);
+void AddWhere(Command* tool);
 
 // Commands that write.
-void AddEdit(CLI::App* app, Action* action);
-void AddFormat(CLI::App* app, Action* action);
-void AddRename(CLI::App* app, Action* action);
-void AddSet(CLI::App* app, Action* action);
-void AddUnset(CLI::App* app, Action* action);
+void AddEdit(Command* tool);
+void AddFormat(Command* tool);
+void AddRename(Command* tool);
+void AddSet(Command* tool);
+void AddUnset(Command* tool);
 
-// All of them, and what the tool says of itself.
-void AddCommands(CLI::App* app, Action* action);
+// All of them.
+void AddCommands(Command* tool);
 
 }  // namespace confgrove::Tool
 

@@ -1,5 +1,6 @@
 // diff: tells what programs read differently from two files.
 #include <iostream>
+#include <memory>
 #include <nlohmann/json.hpp>
 
 #include "commands.h"
@@ -164,15 +165,14 @@ int ShowDifferences(const Arguments& given) {
 
 }  // namespace
 
-void AddDiffCommand(CLI::App* app, Action* action) {
+void AddDiffCommand(Command* tool) {
   const auto given = std::make_shared<Arguments>();
-  CLI::App* const diff =
-      app->add_subcommand("diff", "Print which settings differ between two files");
-  AddText(diff, "OLD_FILE", &given->old_file, "The file as it was")->required();
-  AddText(diff, "NEW_FILE", &given->new_file, "The file as it is")->required();
-  diff->add_flag("--comments", given->comments, "Compare the comments of settings too");
-  diff->add_flag("--json", given->as_json, "As JSON, an object a line");
-  diff->callback([=] { *action = [given] { return ShowDifferences(*given); }; });
+  Command diff = tool->AddCommand("diff", "Print which settings differ between two files");
+  diff.AddText("OLD_FILE", &given->old_file, "The file as it was").Require();
+  diff.AddText("NEW_FILE", &given->new_file, "The file as it is").Require();
+  diff.AddFlag("--comments", &given->comments, "Compare the comments of settings too");
+  diff.AddFlag("--json", &given->as_json, "As JSON, an object a line");
+  diff.SetAction([given] { return ShowDifferences(*given); });
 }
 
 }  // namespace confgrove::Tool

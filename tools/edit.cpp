@@ -1,5 +1,7 @@
 // edit: makes the changes that standard input tells, all or none.
+#include <algorithm>
 #include <iostream>
+#include <memory>
 
 #include "commands.h"
 #include "refusal.h"
@@ -102,19 +104,19 @@ int Edit(const Arguments& given) {
 
 }  // namespace
 
-void AddEdit(CLI::App* app, Action* action) {
+void AddEdit(Command* tool) {
   const auto given = std::make_shared<Arguments>();
-  CLI::App* const edit =
-      app->add_subcommand("edit", "Make the changes that standard input tells, all or none");
-  edit->footer(
+  Command edit =
+      tool->AddCommand("edit", "Make the changes that standard input tells, all or none");
+  edit.SetNotes(
       "Lines of standard input: set PATH VALUE..., unset PATH, rename PATH NAME. In double quotes "
       "a value is a text and can hold blanks. Empty lines and those that begin with # don't "
       "count.");
-  AddFile(edit, &given->file);
-  AddExisting(edit, &given->existing_only);
-  AddLinks(edit, &given->options);
-  AddDiff(edit, &given->options);
-  edit->callback([=] { *action = [given] { return Edit(*given); }; });
+  edit.AddFile(&given->file);
+  AddExisting(&edit, &given->existing_only);
+  AddLinks(&edit, &given->options);
+  AddDiff(&edit, &given->options);
+  edit.SetAction([given] { return Edit(*given); });
 }
 
 }  // namespace confgrove::Tool

@@ -1,5 +1,6 @@
 // explain: prints the page of a code.
 #include <iostream>
+#include <memory>
 
 #include "commands.h"
 #include "pages.h"
@@ -35,12 +36,11 @@ int Explain(const std::string& code) {
 
 }  // namespace
 
-void AddExplain(CLI::App* app, Action* action) {
+void AddExplain(Command* tool) {
   const auto code = std::make_shared<std::string>();
-  CLI::App* const explain =
-      app->add_subcommand("explain", "Tell what is behind the code of a problem");
-  AddText(explain, "CODE", code.get(), "As check shows it in brackets; all codes without it");
-  explain->callback([=] { *action = [code] { return Explain(*code); }; });
+  Command explain = tool->AddCommand("explain", "Tell what is behind the code of a problem");
+  explain.AddText("CODE", code.get(), "As check shows it in brackets; all codes without it");
+  explain.SetAction([code] { return Explain(*code); });
 }
 
 }  // namespace confgrove::Tool

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 #include <iostream>
+#include <memory>
 #include <unordered_map>
 #include <utility>
 
@@ -245,12 +246,11 @@ int Flatten(const std::string& file) {
 
 }  // namespace
 
-void AddFlatten(CLI::App* app, Action* action) {
+void AddFlatten(Command* tool) {
   const auto file = std::make_shared<std::string>();
-  CLI::App* const flatten =
-      app->add_subcommand("flatten", "Print a file and all that it imports as one file");
-  AddFile(flatten, file.get());
-  flatten->callback([=] { *action = [file] { return Flatten(*file); }; });
+  Command flatten = tool->AddCommand("flatten", "Print a file and all that it imports as one file");
+  flatten.AddFile(file.get());
+  flatten.SetAction([file] { return Flatten(*file); });
 }
 
 }  // namespace confgrove::Tool

@@ -1,5 +1,6 @@
 // format: gives files their canonical layout.
 #include <confgrove/save_in_place.h>
+#include <memory>
 
 #include "commands.h"
 #include "diff.h"
@@ -44,13 +45,13 @@ int Format(const Arguments& given) {
 
 }  // namespace
 
-void AddFormat(CLI::App* app, Action* action) {
+void AddFormat(Command* tool) {
   const auto given = std::make_shared<Arguments>();
-  CLI::App* const format = app->add_subcommand("format", "Give files their canonical form");
-  AddFiles(format, &given->files);
-  format->add_flag("--check", given->check, "Write nothing; exit code 1 if a file isn't canonical");
-  format->add_flag("--diff", given->diff, "Write nothing; print what would change");
-  format->callback([=] { *action = [given] { return Format(*given); }; });
+  Command format = tool->AddCommand("format", "Give files their canonical form");
+  format.AddFiles(&given->files);
+  format.AddFlag("--check", &given->check, "Write nothing; exit code 1 if a file isn't canonical");
+  format.AddFlag("--diff", &given->diff, "Write nothing; print what would change");
+  format.SetAction([given] { return Format(*given); });
 }
 
 }  // namespace confgrove::Tool

@@ -1,5 +1,7 @@
 // get: prints a value, its kind or its comments.
 #include <iostream>
+#include <memory>
+#include <optional>
 
 #include "commands.h"
 #include "messages.h"
@@ -15,8 +17,7 @@ namespace {
 struct Arguments {
   std::string file;
   std::vector<std::string> paths;
-  std::string instead;
-  bool has_instead = false;
+  std::optional<std::string> instead;
   bool as_type = false;
   bool as_comment = false;
   bool as_inline_comment = false;
@@ -32,8 +33,8 @@ void RefuseWithNearest(const std::string& file, const std::string& path, Config*
 void Print(const Arguments& given, Config* config, const std::string& path) {
   const std::string& file = given.file;
   Section* const section = FindSection(config, path.c_str());
-  if (section == nullptr && given.has_instead && IsPath(path)) {
-    std::cout << given.instead << '\n';
+  if (section == nullptr && given.instead && IsPath(path)) {
+    std::cout << *given.instead << '\n';
     return;
   }
   if (section == nullptr) RefuseWithNearest(file, path, config);
@@ -76,28 +77,24 @@ int Get(const Arguments& given) {
 
 }  // namespace
 
-void AddGet(CLI::App* app, Action* action) {
+void AddGet(Command* tool) {
   const auto given = std::make_shared<Arguments>();
-  CLI::App* const get = app->add_subcommand("get", "Print values, an array one number a line");
-  AddFile(get, &given->file);
-  AddText(get, "PATH", &given->paths, "Names joined by dots: limits.rate")->required();
-  CLI::Option* const type_flag = get->add_flag(
-      "--type", given->as_type, "Print its kind: string, number, array, block or none");
-  CLI::Option* const comment_flag =
-      get->add_flag("--comment", given->as_comment, "Print the comment above it")
-          ->excludes(type_flag);
-  CLI::Option* const inline_flag =
-      get->add_flag("--inline", given->as_inline_comment, "Print the comment behind it")
-          ->excludes(type_flag)
-          ->excludes(comment_flag);
-  AddText(get, "--default", &given->instead, "What to print for a path that isn't there")
-      ->excludes(type_flag)
-      ->excludes(comment_flag)
-      ->excludes(inline_flag);
-  get->callback([=] {
-    given->has_instead = get->count("--default") > 0;
-    *action = [given] { return Get(*given); };
-  });
+  Command get = tool->AddCommand("get", "Print values, an array one number a line");
+  get.AddFile(&given->file);
+  get.AddTexts("PATH", &given->paths, "Names joined by dots: limits.rate").Require();
+  const Option type_flag = get.AddFlag("--type", &given->as_type,
+                                       "Print its kind: string, number, array, block or none");
+  const Option comment_flag =
+      get.AddFlag("--comment", &given->as_comment, "Print the comment above it").Exclude(type_flag);
+  const Option inline_flag =
+      get.AddFlag("--inline", &given->as_inline_comment, "Print the comment behind it")
+          .Exclude(type_flag)
+          .Exclude(comment_flag);
+  get.AddText("--default", &given->instead, "What to print for a path that isn't there")
+      .Exclude(type_flag)
+      .Exclude(comment_flag)
+      .Exclude(inline_flag);
+  get.SetAction([given] { return Get(*given); });
 }
 
 }  // namespace confgrove::Tool

@@ -2,6 +2,7 @@
 #include <confgrove/inspect.h>
 
 #include <iostream>
+#include <memory>
 
 #include "commands.h"
 #include "open_file.h"
@@ -27,11 +28,11 @@ int ShowImports(const std::string& file) {
 
 }  // namespace
 
-void AddImports(CLI::App* app, Action* action) {
+void AddImports(Command* tool) {
   const auto file = std::make_shared<std::string>();
-  CLI::App* const imports = app->add_subcommand("imports", "Print the tree of imported files");
-  AddFile(imports, file.get());
-  imports->callback([=] { *action = [file] { return ShowImports(*file); }; });
+  Command imports = tool->AddCommand("imports", "Print the tree of imported files");
+  imports.AddFile(file.get());
+  imports.SetAction([file] { return ShowImports(*file); });
 }
 
 }  // namespace confgrove::Tool

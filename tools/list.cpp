@@ -1,5 +1,6 @@
 // list: prints the sections of a file.
 #include <iostream>
+#include <memory>
 
 #include "commands.h"
 #include "json.h"
@@ -50,16 +51,16 @@ int List(const Arguments& given) {
 
 }  // namespace
 
-void AddList(CLI::App* app, Action* action) {
+void AddList(Command* tool) {
   const auto given = std::make_shared<Arguments>();
-  CLI::App* const list = app->add_subcommand("list", "Print the sections of a file in their order");
-  AddFile(list, &given->file);
-  AddText(list, "PATH", &given->path, "The section to begin at; the whole file without it");
-  CLI::Option* const json = list->add_flag("--json", given->as_json, "As JSON, with the comments");
-  list->add_flag("--null", given->as_records, "A NUL behind each section in place of a line end")
-      ->excludes(json);
-  list->add_flag("--where", given->with_places, "With file, line and column, in JSON")->needs(json);
-  list->callback([=] { *action = [given] { return List(*given); }; });
+  Command list = tool->AddCommand("list", "Print the sections of a file in their order");
+  list.AddFile(&given->file);
+  list.AddText("PATH", &given->path, "The section to begin at; the whole file without it");
+  const Option json = list.AddFlag("--json", &given->as_json, "As JSON, with the comments");
+  list.AddFlag("--null", &given->as_records, "A NUL behind each section in place of a line end")
+      .Exclude(json);
+  list.AddFlag("--where", &given->with_places, "With file, line and column, in JSON").Need(json);
+  list.SetAction([given] { return List(*given); });
 }
 
 }  // namespace confgrove::Tool

@@ -1,4 +1,5 @@
 // The `confgrove` command: takes the call apart and runs what it has come to.
+#include <CLI/CLI.hpp>
 #include <cstdio>
 #include <exception>
 #include <iostream>
@@ -13,9 +14,14 @@ namespace confgrove::Tool {
 namespace {
 
 int Run(int argc, char** argv) {
+  CLI::App app("Reads, checks and changes configuration files without losing a setting.",
+               "confgrove");
+  app.set_version_flag("--version", "confgrove " CONFGROVE_VERSION);
+  app.require_subcommand(1);
+  app.footer("Exit code: 0 done, 1 not found, faulty or refused, 2 a wrong call.");
   Action action;
-  CLI::App app;
-  AddCommands(&app, &action);
+  Command tool(&app, &action);
+  AddCommands(&tool);
   AddDescribe(&app);
   try {
     app.parse(Protected(Platform::Arguments(argc, argv)));

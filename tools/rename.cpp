@@ -1,4 +1,6 @@
 // rename: gives a section another name.
+#include <memory>
+
 #include "commands.h"
 #include "removal.h"
 #include "text.h"
@@ -20,15 +22,15 @@ int RenameIn(const Arguments& given) {
 
 }  // namespace
 
-void AddRename(CLI::App* app, Action* action) {
+void AddRename(Command* tool) {
   const auto given = std::make_shared<Arguments>();
-  CLI::App* const rename =
-      app->add_subcommand("rename", "Give a section another name; links that lead there follow");
-  AddFile(rename, &given->file);
-  AddPath(rename, &given->path);
-  AddText(rename, "NAME", &given->name, "The new name, without dots")->required();
-  AddDiff(rename, &given->options);
-  rename->callback([=] { *action = [given] { return RenameIn(*given); }; });
+  Command rename =
+      tool->AddCommand("rename", "Give a section another name; links that lead there follow");
+  rename.AddFile(&given->file);
+  rename.AddPath(&given->path);
+  rename.AddText("NAME", &given->name, "The new name, without dots").Require();
+  AddDiff(&rename, &given->options);
+  rename.SetAction([given] { return RenameIn(*given); });
 }
 
 }  // namespace confgrove::Tool

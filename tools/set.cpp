@@ -1,4 +1,5 @@
 // set: gives a section a value or comments.
+#include <memory>
 #include <optional>
 
 #include "commands.h"
@@ -53,27 +54,28 @@ int Set(const Arguments& given) {
 
 }  // namespace
 
-void AddSet(CLI::App* app, Action* action) {
+void AddSet(Command* tool) {
   const auto given = std::make_shared<Arguments>();
-  CLI::App* const set = app->add_subcommand("set", "Give a section a value or a comment");
-  AddFile(set, &given->file);
-  AddPath(set, &given->path);
-  AddText(set, "VALUE", &given->values,
-          "A value of the kind that the section has. For a new one numbers make a number or an "
-          "array, @path a link, all else a text");
-  CLI::Option* const string_flag =
-      set->add_flag("--string", given->as_string, "VALUE is a text whatever it looks like");
-  CLI::Option* const number_flag =
-      set->add_flag("--number", given->as_number, "VALUE is a number, several are an array")
-          ->excludes(string_flag);
-  set->add_flag("--link", given->as_link, "VALUE is the path that a link leads to")
-      ->excludes(string_flag)
-      ->excludes(number_flag);
-  AddText(set, "--comment", &given->comment, "The comment above, without '#'");
-  AddText(set, "--inline", &given->inline_comment, "The comment behind; \"\" removes it");
-  AddExisting(set, &given->existing_only);
-  AddDiff(set, &given->options);
-  set->callback([=] { *action = [given] { return Set(*given); }; });
+  Command set = tool->AddCommand("set", "Give a section a value or a comment");
+  set.AddFile(&given->file);
+  set.AddPath(&given->path);
+  set.AddTexts(
+      "VALUE", &given->values,
+      "A value of the kind that the section has. For a new one numbers make a number or an "
+      "array, @path a link, all else a text");
+  const Option string_flag =
+      set.AddFlag("--string", &given->as_string, "VALUE is a text whatever it looks like");
+  const Option number_flag =
+      set.AddFlag("--number", &given->as_number, "VALUE is a number, several are an array")
+          .Exclude(string_flag);
+  set.AddFlag("--link", &given->as_link, "VALUE is the path that a link leads to")
+      .Exclude(string_flag)
+      .Exclude(number_flag);
+  set.AddText("--comment", &given->comment, "The comment above, without '#'");
+  set.AddText("--inline", &given->inline_comment, "The comment behind; \"\" removes it");
+  AddExisting(&set, &given->existing_only);
+  AddDiff(&set, &given->options);
+  set.SetAction([given] { return Set(*given); });
 }
 
 }  // namespace confgrove::Tool

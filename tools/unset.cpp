@@ -1,4 +1,6 @@
 // unset: removes sections.
+#include <memory>
+
 #include "commands.h"
 #include "removal.h"
 
@@ -17,14 +19,14 @@ int Unset(const Arguments& given) {
 
 }  // namespace
 
-void AddUnset(CLI::App* app, Action* action) {
+void AddUnset(Command* tool) {
   const auto given = std::make_shared<Arguments>();
-  CLI::App* const unset = app->add_subcommand("unset", "Remove a section and all below it");
-  AddFile(unset, &given->file);
-  AddPath(unset, &given->path);
-  AddLinks(unset, &given->options);
-  AddDiff(unset, &given->options);
-  unset->callback([=] { *action = [given] { return Unset(*given); }; });
+  Command unset = tool->AddCommand("unset", "Remove a section and all below it");
+  unset.AddFile(&given->file);
+  unset.AddPath(&given->path);
+  AddLinks(&unset, &given->options);
+  AddDiff(&unset, &given->options);
+  unset.SetAction([given] { return Unset(*given); });
 }
 
 }  // namespace confgrove::Tool

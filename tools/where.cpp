@@ -2,6 +2,7 @@
 #include <confgrove/inspect.h>
 
 #include <iostream>
+#include <memory>
 
 #include "commands.h"
 #include "messages.h"
@@ -62,13 +63,12 @@ int ShowPlaces(const Arguments& given) {
 
 }  // namespace
 
-void AddWhere(CLI::App* app, Action* action) {
+void AddWhere(Command* tool) {
   const auto given = std::make_shared<Arguments>();
-  CLI::App* const where =
-      app->add_subcommand("where", "Print in which file and line a section stands");
-  AddFile(where, &given->file);
-  AddPath(where, &given->path);
-  where->callback([=] { *action = [given] { return ShowPlaces(*given); }; });
+  Command where = tool->AddCommand("where", "Print in which file and line a section stands");
+  where.AddFile(&given->file);
+  where.AddPath(&given->path);
+  where.SetAction([given] { return ShowPlaces(*given); });
 }
 
 }  // namespace confgrove::Tool
