@@ -28,7 +28,12 @@ void PrintDiff(const std::string& file, const std::string& before, const std::st
   diff.compose();
   diff.composeUnifiedHunks();
   std::cout << "--- " << file << "\n+++ " << file << '\n';
-  diff.printUnifiedFormat();
+  auto hunks = diff.getUniHunks();
+  for (auto& hunk : hunks) {  // a file without lines has them from line 0 on
+    if (hunk.b == 0) hunk.a = 0;
+    if (hunk.d == 0) hunk.c = 0;
+  }
+  dtl::Diff<std::string>::printUnifiedFormat(hunks, std::cout);
 }
 
 std::string ReasonOf(const SaveResult& result, const std::string& file) {

@@ -9,6 +9,7 @@
 #include "open_file.h"
 #include "refusal.h"
 #include "shown_section.h"
+#include "standard_input.h"
 #include "text.h"
 
 namespace confgrove::Tool {
@@ -21,17 +22,6 @@ struct Arguments {
   bool comments = false;
   bool as_json = false;
 };
-
-bool SameValue(Section* one, Section* other) {
-  if (OwnType(one) != OwnType(other)) return false;
-  switch (OwnType(one)) {
-    case SectionType::String: return std::string(one->GetString("")) == other->GetString("");
-    case SectionType::Number: return NumbersOf(one) == NumbersOf(other);
-    case SectionType::Link: return std::string(LinkTarget(one)) == LinkTarget(other);
-    case SectionType::None: break;
-  }
-  return true;
-}
 
 std::string CommentOf(const LayeredSection& setting, bool inline_comment) {
   return setting.section->GetComment("", inline_comment);
@@ -153,8 +143,10 @@ void Comparison::CompareBelow(const LayeredSection& old_one, const LayeredSectio
 }
 
 int ShowDifferences(const Arguments& given) {
-  const std::unique_ptr<Config> old_config = LoadConfig(FileName(given.old_file));
-  const std::unique_ptr<Config> new_config = LoadConfig(FileName(given.new_file));
+  RefuseUnless(given.old_file != StandardInput || given.new_file != StandardInput,
+               "-: standard input is one file, and diff compares two", ExitWrongCall);
+  const std::unique_ptr<Config> old_config = LoadInput(given.old_file);
+  const std::unique_ptr<Config> new_config = LoadInput(given.new_file);
   const auto old_top = Layered(old_config.get(), given.old_file);
   const auto new_top = Layered(new_config.get(), given.new_file);
   Comparison comparison(given);

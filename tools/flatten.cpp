@@ -1,14 +1,20 @@
 // flatten: prints one file that answers every path as a file and its imports do.
+#include <confgrove/values/open.h>
+
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
 #include <iostream>
 #include <memory>
+#include <sstream>
+#include <string_view>
 #include <unordered_map>
 #include <utility>
 
 #include "commands.h"
 #include "layers.h"
 #include "open_file.h"
+#include "own_file.h"
 #include "refusal.h"
 #include "shown_section.h"
 #include "text.h"
@@ -237,10 +243,50 @@ void FlatText::WriteBelow(const LayeredSection& block, const std::string& indent
   }
 }
 
+bool SameSetting(Section* one, Section* other) {
+  const auto comment = [](Section* section, bool inline_comment) {
+    return std::string_view(section->GetComment("", inline_comment));
+  };
+  return SameValue(one, other) && comment(one, false) == comment(other, false) &&
+         comment(one, true) == comment(other, true);
+}
+
+// The first block or setting of `one` that isn't the same in `other`; null if all are.
+const LayeredSection* FirstDifference(const LayeredSection& one, const LayeredSection& other) {
+  for (const auto& child : one.children) {
+    const auto same = other.by_name.find(child->section->GetName(""));
+    if (same == other.by_name.end()) return child.get();
+    if (!SameSetting(child->section, same->second->section)) return child.get();
+    const LayeredSection* const below = FirstDifference(*child, *same->second);
+    if (below != nullptr) return below;
+  }
+  return one.children.size() == other.children.size() ? nullptr : &one;
+}
+
+// Reads the text back, and refuses it if any path has another answer than in `top`.
+void Prove(const std::string& text, const LayeredSection& top, const std::string& shown) {
+  const std::string refusal = shown + ": can't be flattened: ";
+  std::error_code error;
+  // The working directory where there is no such directory.
+  const std::filesystem::path directory = std::filesystem::temp_directory_path(error) / "";
+  std::istringstream content(text);
+  const OwnFile copy(directory.u8string(), &content);
+  RefuseUnless(!copy.error(),
+               refusal + "no copy to read back can be made: " + copy.error().message());
+  const Opened flat = Open(copy.path(), ConfCreateOpenReadOnly);
+  if (!flat) throw Refusal(refusal + "the result can't be read: " + flat.problems.front().message);
+  const auto flat_top = Layered(flat.get(), shown);
+  const LayeredSection* const difference = FirstDifference(top, *flat_top);
+  if (difference == nullptr) return;
+  throw Refusal(refusal + "'" + NameToUtf8(PathOf(difference->section)) + "' would be another");
+}
+
 int Flatten(const std::string& file) {
-  const std::unique_ptr<Config> config = LoadConfig(FileName(file));
+  const std::unique_ptr<Config> config = LoadInput(file);
   const std::unique_ptr<LayeredSection> top = Layered(config.get(), file);
-  std::cout << FlatText(config.get(), *top, file).text;
+  const std::string text = FlatText(config.get(), *top, file).text;
+  Prove(text, *top, file);
+  std::cout << text;
   return ExitDone;
 }
 

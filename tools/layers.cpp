@@ -5,6 +5,7 @@
 
 #include "refusal.h"
 #include "shown_section.h"
+#include "source_line.h"
 #include "text.h"
 
 namespace confgrove::Tool {
@@ -27,7 +28,7 @@ void AddBelow(Section* section, LayeredSection* into, const std::string& shown) 
     Section* const child = section->GetSection("", i);
     const std::string name = child->GetName("");
     if (FindSection(section, name.c_str()) != child) {
-      throw Refusal(shown + ": no path leads to '" + NameToUtf8(PathOf(child)) +
+      throw Refusal(shown + ": no path leads to '" + Visible(NameToUtf8(PathOf(child))) +
                     "', in whose name there is a NUL");
     }
     const auto known = into->by_name.find(name);

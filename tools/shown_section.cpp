@@ -43,6 +43,17 @@ std::vector<double> NumbersOf(Section* section) {
   return numbers;
 }
 
+bool SameValue(Section* one, Section* other) {
+  if (OwnType(one) != OwnType(other)) return false;
+  switch (OwnType(one)) {
+    case SectionType::String: return std::string(one->GetString("")) == other->GetString("");
+    case SectionType::Number: return NumbersOf(one) == NumbersOf(other);
+    case SectionType::Link: return std::string(LinkTarget(one)) == LinkTarget(other);
+    case SectionType::None: break;
+  }
+  return true;
+}
+
 std::vector<Section*> FollowLinks(Config* config, Section* section) {
   std::vector<Section*> chain = {section};
   std::unordered_set<Section*> seen = {section};

@@ -21,6 +21,9 @@ std::string LineOf(Section* section);
 // The numbers that a section of numbers holds itself.
 std::vector<double> NumbersOf(Section* section);
 
+// Whether both hold the same value themselves; of links, lead to the same path.
+bool SameValue(Section* one, Section* other);
+
 // The section itself and the links that are followed from it, by `config`, to what it stands for:
 // the last one is no link, unless they run in a circle or lead nowhere.
 std::vector<Section*> FollowLinks(Config* config, Section* section);

@@ -4,6 +4,7 @@
 #define CONFGROVE_PLATFORM_CONSOLE_H
 
 #include <string>
+#include <system_error>
 #include <vector>
 
 namespace confgrove::Platform {
@@ -18,6 +19,11 @@ void PassBytes();
 // From now on a write beyond the file size limit fails, as a write should, and doesn't end the
 // process.
 void LetLargeWritesFail();
+
+// Makes an empty file that nobody else can read. Its path, `prefix`, letters that make it unlike
+// any other, and `suffix`, goes into `*path`.
+std::error_code MakeOwnFile(const std::string& prefix, const std::string& suffix,
+                            std::string* path);
 
 // Whether what goes there is read by a person.
 bool StandardOutputIsTerminal();

@@ -3,7 +3,9 @@
 
 #include <unistd.h>
 
+#include <cerrno>
 #include <csignal>
+#include <cstdlib>
 
 namespace confgrove::Platform {
 
@@ -12,6 +14,16 @@ std::vector<std::string> Arguments(int argc, char** argv) { return {argv, argv +
 void PassBytes() {}  // they always do
 
 void LetLargeWritesFail() { std::signal(SIGXFSZ, SIG_IGN); }
+
+std::error_code MakeOwnFile(const std::string& prefix, const std::string& suffix,
+                            std::string* path) {
+  std::string name = prefix + "XXXXXX" + suffix;
+  const int fd = ::mkstemps(name.data(), static_cast<int>(suffix.size()));
+  if (fd < 0) return {errno, std::generic_category()};
+  ::close(fd);
+  *path = name;
+  return {};
+}
 
 bool StandardOutputIsTerminal() { return ::isatty(STDOUT_FILENO) == 1; }
 

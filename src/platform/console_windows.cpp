@@ -6,6 +6,7 @@
 
 #include <cstdio>
 
+#include "platform/unique_name.h"
 #include "platform/windows_api.h"
 
 // Needs <windows.h> before it.
@@ -29,6 +30,19 @@ void PassBytes() {
 }
 
 void LetLargeWritesFail() {}  // the system knows no such limit
+
+std::error_code MakeOwnFile(const std::string& prefix, const std::string& suffix,
+                            std::string* path) {
+  for (;;) {
+    const std::string name =
+        prefix + UniqueLetters(::GetCurrentProcessId(), ::GetTickCount64()) + suffix;
+    const bool made = Handle(name, GENERIC_WRITE, CREATE_NEW).is_open();
+    const std::error_code error = made ? std::error_code() : LastError();
+    if (error == std::errc::file_exists) continue;
+    if (made) *path = name;
+    return error;
+  }
+}
 
 bool StandardOutputIsTerminal() { return ::_isatty(::_fileno(stdout)) != 0; }
 

@@ -37,6 +37,13 @@ differs "json with comments" 'a = 1' '#n\na = 1' \
   --json --comments
 call "diff: a file that isn't there" 1 '' 'confgrove: none.cfg: no such file\n' \
   diff old.cfg none.cfg
+file "$top/input" '$import "base"\na = 2\n'
+call "diff: standard input as the old file" 1 '~ a number 2 -> number 1\n- b block\n- b.c string "x"\n' '' \
+  diff - old.cfg <"$top/input"
+call "diff: standard input as the new file" 1 '~ a number 1 -> number 2\n+ b block\n+ b.c string "x"\n' '' \
+  diff old.cfg - <"$top/input"
+call "diff: standard input twice" 2 '' 'confgrove: -: standard input is one file, and diff compares two\n' \
+  diff - - <"$top/input"
 file faulty.cfg 'a = }'
 "$tool" diff faulty.cfg old.cfg >"$top/output" 2>"$top/complaints"
 equal "diff: a faulty file: exit code and output" "1 " "$? $(cat "$top/output")"
@@ -73,10 +80,29 @@ flat "links come behind their targets" '$import "base" x { y = @d } z = @x.y a {
 a\n{\n\tb = 1 /* base.cfg:1 */\n\te = @a.b\n\tc = 2 /* base.cfg:1 */\n}\n'
 flat "a link to itself and what is around it" '$import "base" a = @a { f = @a }' 'a = @a\n{\n\tf = @a
 \tb = 1 /* base.cfg:1 */\n\tc = 2 /* base.cfg:1 */\n}\nd = 3 /* base.cfg:1 */\n'
+file "$top/input" '$import "base"\ne = @d\n'
+call "flatten: standard input" 0 'd = 3 /* base.cfg:1 */
+e = @d\na /* base.cfg:1 */\n{\n\tb = 1 /* base.cfg:1 */\n\tc = 2 /* base.cfg:1 */\n}\n' '' flatten - <"$top/input"
+file "$top/input" 'a = @b\n'
+call "flatten: standard input with a fault" 1 '' "-:1:5: error: link to undefined section [undefined-link]
+    1 | a = @b
+      |     ^^ no section 'b'\n" flatten - <"$top/input"
+equal "no copy of standard input stays" '' "$(find . -name '.confgrove-*')"
 refused "a link to below itself" '$import "base" a = @a.b' \
   "'a' leads to 'a.b', which would stand below it"
 refused "two blocks that need each other" '$import "base"\ng = @d n { m = @a.b }\na { k = @n.m }' \
   "a link has to stand behind what it leads to, and there is no such order for the links 'a.k' (app.cfg:3) to 'n.m', 'n.m' (app.cfg:2) to 'a.b'"
+
+file app.cfg 'a\0b = 1'
+call "flatten: a name that no path leads to" 1 '' \
+  "confgrove: app.cfg: no path leads to 'a␀b', in whose name there is a NUL\n" flatten app.cfg
+file base.cfg 'a = 1'
+if [[ -d /proc/self ]]; then # where nobody can make a file
+  complaint=$(TMPDIR=/proc "$tool" flatten base.cfg 2>&1)
+  equal "flatten: nothing that isn't read back is printed" \
+    "1 confgrove: base.cfg: can't be flattened: no copy to read back can be made: No such file or directory" \
+    "$? $complaint"
+fi
 
 # --- Generated layers: every path reads the same from the flat file ------------------------------
 
