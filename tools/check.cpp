@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <array>
 #include <iostream>
+#include <iterator>
 #include <map>
 #include <memory>
 #include <utility>
@@ -29,27 +30,35 @@ bool WantsColour(const std::string& choice) {
   return MayColour() && Platform::StandardOutputIsTerminal();
 }
 
+// Edits of one file by their offsets, apart from each other.
+using EditsByOffset = std::map<std::size_t, Edit>;
+
+// Whether nothing of what is known touches the edit.
+bool IsApart(const EditsByOffset& known, const Edit& edit) {
+  const auto next = known.lower_bound(edit.offset);
+  if (next != known.end() && next->first <= edit.offset + edit.length) return false;
+  if (next == known.begin()) return true;
+  const Edit& before = std::prev(next)->second;
+  return before.offset + before.length < edit.offset;
+}
+
 // The edits of the safe fixes, by file, in order and apart from each other.
 std::map<std::string, std::vector<Edit>> SafeEdits(const Problems& problems, std::size_t* fixes) {
-  std::map<std::string, std::vector<Edit>> edits;
+  std::map<std::string, EditsByOffset> known;
   for (const Problem& problem : problems) {
     const auto fix = std::find_if(problem.fixes.begin(), problem.fixes.end(),
                                   [](const Fix& one) { return one.safe != 0; });
     if (problem.follows >= 0 || fix == problem.fixes.end()) continue;
-    std::vector<Edit>& known = edits[fix->file];
-    const bool apart = std::all_of(fix->edits.begin(), fix->edits.end(), [&](const Edit& edit) {
-      return std::all_of(known.begin(), known.end(), [&](const Edit& other) {
-        return edit.offset > other.offset + other.length ||
-               other.offset > edit.offset + edit.length;
-      });
-    });
+    EditsByOffset& of_file = known[fix->file];
+    const bool apart = std::all_of(fix->edits.begin(), fix->edits.end(),
+                                   [&](const Edit& edit) { return IsApart(of_file, edit); });
     if (!apart) continue;
-    known.insert(known.end(), fix->edits.begin(), fix->edits.end());
+    for (const Edit& edit : fix->edits) of_file.emplace(edit.offset, edit);
     ++*fixes;
   }
-  for (auto& [file, of_file] : edits) {
-    std::sort(of_file.begin(), of_file.end(),
-              [](const Edit& a, const Edit& b) { return a.offset < b.offset; });
+  std::map<std::string, std::vector<Edit>> edits;
+  for (const auto& [file, of_file] : known) {
+    for (const auto& [offset, edit] : of_file) edits[file].push_back(edit);
   }
   return edits;
 }

@@ -136,16 +136,21 @@ SourceLine SourceFile::LineOf(const Place& place) const {
   return line;
 }
 
-std::size_t SourceFile::Utf16Column(const Place& place) const {
+std::size_t SourceFile::Utf16Column(const Place& place) {
   if (place.offset > bytes_.size() || place.column == 0) return 1;
-  const std::size_t begin = Back(place.offset, static_cast<std::size_t>(place.column) - 1);
-  std::string_view before = std::string_view(bytes_).substr(begin, place.offset - begin);
-  std::size_t column = 1;
-  while (!before.empty()) column += TakeCharacter(&before, is_utf8_) > 0xFFFF ? 2 : 1;
-  return column;
+  if (place.line != last_line_ || place.offset < last_offset_) {
+    last_line_ = place.line;
+    last_offset_ = Back(place.offset, static_cast<std::size_t>(place.column) - 1);
+    last_column_ = 1;
+  }
+  std::string_view between = std::string_view(bytes_);
+  between = between.substr(last_offset_, place.offset - last_offset_);
+  while (!between.empty()) last_column_ += TakeCharacter(&between, is_utf8_) > 0xFFFF ? 2 : 1;
+  last_offset_ = place.offset;
+  return last_column_;
 }
 
-const SourceFile& SourceFiles::Get(const std::string& path) {
+SourceFile& SourceFiles::Get(const std::string& path) {
   const auto known = files_.find(path);
   if (known != files_.end()) return known->second;
   std::ifstream file(std::filesystem::u8path(ToKnownInput(path)), std::ios::binary);

@@ -10,10 +10,11 @@ namespace {
 
 bool IsWarning(Code code) { return code >= Code::ZeroNumber; }
 
-// The end of a word as people write it, with dots and dashes.
+// The end of a word as people write it, with dots, dashes and signs.
 std::size_t WordEnd(std::string_view text, std::size_t place) {
+  text = text.substr(0, place + LongestLook);
   while (place < text.size() &&
-         (Look(Classes.name_byte, text[place]) || text[place] == '.' || text[place] == '-')) {
+         (Look(Classes.name_byte, text[place]) || Look(Classes.number_byte, text[place]))) {
     ++place;
   }
   return place;
@@ -57,10 +58,7 @@ void Survey::Judge(Finding* found) {
     case Code::ArrayElement: return JudgeElement(found);
     case Code::UnclosedBlock: return JudgeEnd(found);
     case Code::BadNumber:
-      while (Look(Classes.number_byte, At(found->span.end)) ||
-             Look(Classes.name_byte, At(found->span.end))) {
-        ++found->span.end;
-      }
+      found->span.end = WordEnd(text_, found->span.end);
       return JudgeBadWord(found);
     case Code::StrayValue:
       if (found->cause < 0 && last_token_is_assign_ && last_token_cause_ >= 0) {

@@ -1,11 +1,12 @@
 // Where a link may have been meant to lead.
 #include "text/links.h"
 
+#include <confgrove/values/nearest.h>
+
 #include <algorithm>
 #include <utility>
 
 #include "text/lines.h"
-#include "text/nearest.h"
 
 namespace confgrove {
 namespace {
@@ -21,6 +22,9 @@ std::string_view LastName(std::string_view path) {
 
 void Links::Follow(std::size_t file) {
   const Survey& survey = tree_[file];
+  if (survey.links().empty()) return;
+  targets_.clear();
+  end_of_reading_ = EndOfReading(survey, file);
   for (const std::int32_t link : survey.links()) {
     Finding& found = findings_[static_cast<std::size_t>(link)];
     if (found.cause < 0) Settle(survey, &found);
@@ -40,38 +44,41 @@ void Links::Settle(const Survey& survey, Finding* found) {
     found->cause = sections[at].cause;
     return;
   }
-  if (FollowsFromImport(survey, path, found) || ++looked_up_ > MostSuggestions) return;
-  Suggest(TargetsFrom(found->file), path, found);
+  found->cause = CauseInImports(survey, path, *found);
+  if (found->cause < 0 && !found->is_read) found->cause = end_of_reading_;
+  if (found->cause >= 0 || ++looked_up_ > MostSuggestions) return;
+  Suggest(path, found);
 }
 
-bool Links::FollowsFromImport(const Survey& survey, std::string_view path, Finding* found) const {
+// The import that failed and could have brought the section.
+std::int32_t Links::CauseInImports(const Survey& survey, std::string_view path,
+                                   const Finding& found) const {
   for (const std::int32_t import : survey.imports()) {
     const Finding& failed = findings_[static_cast<std::size_t>(import)];
-    if (failed.span.begin > found->span.begin) break;
+    if (failed.span.begin > found.span.begin) break;
     const std::size_t top = tree_.Find(ImportTree::NameIn(failed.span.In(survey.text())));
     bool leads = top == tree_.size() || !tree_[top].file().found;
     for (std::size_t file = top; file < tree_.size() && !leads; ++file) {
       leads = tree_.IsWithin(file, top) && tree_[file].sections().Find(path) != NoSection;
     }
-    if (!leads) continue;
-    found->cause = import;
-    return true;
+    if (leads) return import;
   }
-  // What is imported behind the end of reading isn't known.
-  const auto& pieces = survey.file().record.pieces;
-  const bool unknown =
-      !found->is_read && std::any_of(pieces.begin(), pieces.end(), [&](const Piece& piece) {
-        return piece.kind == PieceKind::PassedOver && survey.text()[piece.begin] == '$' &&
-               piece.begin >= survey.file().record.read_end;
+  return NoCause;
+}
+
+// What ended the reading of a file that has imports behind it, of which nothing is known.
+std::int32_t Links::EndOfReading(const Survey& survey, std::size_t file) const {
+  const Record& record = survey.file().record;
+  const bool has_imports =
+      std::any_of(record.pieces.begin(), record.pieces.end(), [&](const Piece& piece) {
+        return piece.kind == PieceKind::PassedOver && piece.begin >= record.read_end &&
+               survey.text()[piece.begin] == '$';
       });
-  if (!unknown) return false;
-  for (std::size_t i = 0; i < findings_.size(); ++i) {
-    const Finding& stop = findings_[i];
-    if (stop.file != found->file || !stop.is_read || !stop.is_error) continue;
-    found->cause = static_cast<std::int32_t>(i);
-    return true;
-  }
-  return false;
+  if (!has_imports) return NoCause;
+  const auto stop = std::find_if(findings_.begin(), findings_.end(), [&](const Finding& found) {
+    return found.file == file && found.is_read && found.is_error;
+  });
+  return stop != findings_.end() ? static_cast<std::int32_t>(stop - findings_.begin()) : NoCause;
 }
 
 void Links::PointToLater(const Survey& survey, std::int32_t target, Finding* found) {
@@ -93,19 +100,22 @@ std::vector<Links::Target> Links::TargetsFrom(std::size_t top) const {
 }
 
 // The nearest path, or the one section of that name that stands in another block.
-void Links::Suggest(const std::vector<Target>& targets, std::string_view path, Finding* found) {
-  Nearest nearest(path);
-  const Target* near = nullptr;
+void Links::Suggest(std::string_view path, Finding* found) {
+  if (targets_.empty()) targets_ = TargetsFrom(found->file);
+  detail::Nearest nearest(path);
   const Target* same_name = nullptr;
   bool several = false;
-  for (const Target& target : targets) {
-    if (nearest.Take(target.path)) near = &target;
-    if (LastName(target.path) == LastName(path)) {
-      several = same_name != nullptr;
-      same_name = &target;
-    }
+  for (const Target& target : targets_) {
+    nearest.Take(target.path);
+    if (LastName(target.path) != LastName(path)) continue;
+    several = same_name != nullptr;
+    same_name = &target;
   }
-  const Target* meant = nearest.IsClear() ? near : (several ? nullptr : same_name);
+  const auto near = std::find_if(targets_.begin(), targets_.end(), [&](const Target& target) {
+    return target.path == nearest.Found();
+  });
+  const Target* meant = several ? nullptr : same_name;
+  if (near != targets_.end()) meant = &*near;
   if (meant == nullptr) return;
   const Span span = tree_[meant->file].sections()[meant->section].span;
   if (meant->path == path) {

@@ -56,15 +56,21 @@ class Links {
   };
 
   void Settle(const Survey& survey, Finding* found);
-  bool FollowsFromImport(const Survey& survey, std::string_view path, Finding* found) const;
+  std::int32_t CauseInImports(const Survey& survey, std::string_view path,
+                              const Finding& found) const;
+  std::int32_t EndOfReading(const Survey& survey, std::size_t file) const;
   void PointToLater(const Survey& survey, std::int32_t target, Finding* found);
-  void Suggest(const std::vector<Target>& targets, std::string_view path, Finding* found);
+  void Suggest(std::string_view path, Finding* found);
   static void MoveBehind(const Survey& survey, std::int32_t target, Finding* found);
   std::vector<Target> TargetsFrom(std::size_t top) const;
 
   const ImportTree& tree_;
   std::vector<Finding>& findings_;
   std::int32_t looked_up_ = 0;
+
+  // Of the file at hand.
+  std::vector<Target> targets_;           // none until they are needed
+  std::int32_t end_of_reading_ = NoCause;  // the finding, if links behind it can't be judged
 };
 
 }  // namespace confgrove

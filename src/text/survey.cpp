@@ -33,6 +33,25 @@ void Survey::Run() {
     TakePiece(i);
   }
   for (; next_fault_ < faults_.size(); ++next_fault_) TakeFault(faults_[next_fault_]);
+  for (const Piece& piece : pieces_) {
+    const bool counts = piece.kind != PieceKind::BlockComment && piece.kind != PieceKind::Slash;
+    if (counts) telling_.push_back(&piece);
+  }
+}
+
+const Piece* Survey::PieceBefore(std::size_t place) const {
+  auto at =
+      std::lower_bound(telling_.begin(), telling_.end(), place,
+                       [](const Piece* piece, std::size_t end) { return piece->begin < end; });
+  while (at != telling_.begin() && at[-1]->end > place) --at;
+  return at != telling_.begin() ? at[-1] : nullptr;
+}
+
+const Piece* Survey::PieceFrom(std::size_t place) const {
+  const auto at =
+      std::lower_bound(telling_.begin(), telling_.end(), place,
+                       [](const Piece* piece, std::size_t begin) { return piece->begin < begin; });
+  return at != telling_.end() ? *at : nullptr;
 }
 
 // One for all of a file: where there is one, there are more.

@@ -28,6 +28,11 @@ class Survey {
   std::string_view text() const { return text_; }
   const SectionMap& sections() const { return sections_; }
 
+  // The last piece that ends at `place` or in front of it, and the first that begins there or
+  // behind; null without one. Block comments, and what a '/' takes along, don't count.
+  const Piece* PieceBefore(std::size_t place) const;
+  const Piece* PieceFrom(std::size_t place) const;
+
   // Findings whose cause can stand in other files: links without a target, imports that failed.
   const std::vector<std::int32_t>& links() const { return links_; }
   const std::vector<std::int32_t>& imports() const { return imports_; }
@@ -87,6 +92,7 @@ class Survey {
   const RecordedFile& file_;
   const std::vector<Piece>& pieces_;
   const std::vector<Fault>& faults_;
+  std::vector<const Piece*> telling_;  // those that count for PieceBefore
   std::string_view text_;
   std::size_t file_index_;
   std::vector<Finding>& findings_;

@@ -9,37 +9,16 @@
 namespace confgrove {
 namespace {
 
-bool MeansNothing(const Piece& piece) {
-  return piece.kind == PieceKind::BlockComment || piece.kind == PieceKind::Slash;
-}
-
-// The last piece that ends at `place` or in front of it, and the first that begins there or behind;
-// null without one.
-const Piece* PieceBefore(const Survey& survey, std::size_t place) {
-  const auto& pieces = survey.file().record.pieces;
-  auto at = std::lower_bound(pieces.begin(), pieces.end(), place,
-                             [](const Piece& piece, std::size_t end) { return piece.begin < end; });
-  while (at != pieces.begin() && (MeansNothing(at[-1]) || at[-1].end > place)) --at;
-  return at != pieces.begin() ? &at[-1] : nullptr;
-}
-const Piece* PieceFrom(const Survey& survey, std::size_t place) {
-  const auto& pieces = survey.file().record.pieces;
-  auto at = std::lower_bound(pieces.begin(), pieces.end(), place,
-                             [](const Piece& piece, std::size_t end) { return piece.begin < end; });
-  while (at != pieces.end() && MeansNothing(*at)) ++at;
-  return at != pieces.end() ? &*at : nullptr;
-}
-
 bool IsBehind(const Survey& survey, std::size_t place, PieceKind kind) {
-  const Piece* before = PieceBefore(survey, place);
+  const Piece* before = survey.PieceBefore(place);
   return before != nullptr && before->kind == kind;
 }
 
 // What somebody may have meant as a text: the rest of the line, or its first word if there are
 // settings behind that.
 Span BareText(std::string_view text, std::size_t begin) {
-  const std::size_t line_end = LineEnd(text, begin);
-  std::size_t end = std::min(text.find_first_of("#{};\"", begin), line_end);
+  text = text.substr(0, LineEnd(text, begin));
+  std::size_t end = std::min(text.find_first_of("#{};\"", begin), text.size());
   if (text.substr(begin, end - begin).find('=') != std::string_view::npos) {
     end = std::min(text.find_first_of(" \t", begin), end);
   }
@@ -85,19 +64,19 @@ bool IsName(const Survey& survey, const Piece& piece) {
 // to the one on the lines behind.
 bool CommentFits(const Survey& survey, std::size_t place) {
   const std::string_view text = survey.text();
-  const Piece* before = PieceBefore(survey, place);
+  const Piece* before = survey.PieceBefore(place);
   if (!IsFirstOnLine(text, place)) {
     if (before == nullptr || before->kind != PieceKind::Value) return false;
-    const Piece* name = PieceBefore(survey, before->begin);
+    const Piece* name = survey.PieceBefore(before->begin);
     while (name != nullptr && name->kind == PieceKind::Assign) {
-      name = PieceBefore(survey, name->begin);
+      name = survey.PieceBefore(name->begin);
     }
     return name != nullptr && IsName(survey, *name) && name->begin >= LineBegin(text, place);
   }
   if (before != nullptr && (before->kind == PieceKind::Assign || before->kind == PieceKind::Name)) {
     return false;
   }
-  const Piece* next = PieceFrom(survey, LineEnd(text, place));
+  const Piece* next = survey.PieceFrom(LineEnd(text, place));
   const bool in_value = next != nullptr && IsBehind(survey, next->begin, PieceKind::Assign);
   return next != nullptr && !in_value && (IsName(survey, *next) || next->kind == PieceKind::Import);
 }
@@ -156,7 +135,7 @@ void FixNumber(const Survey& survey, Finding* found) {
 void FixStrayValue(const Survey& survey, Finding* found) {
   const std::string_view text = survey.text();
   const std::size_t at = found->span.begin;
-  const Piece* before = PieceBefore(survey, at);
+  const Piece* before = survey.PieceBefore(at);
   if (before == nullptr) return;
   const std::string_view value = text.substr(before->begin, before->end - before->begin);
   if (before->kind == PieceKind::Name && text[at] != ',' && text[at] != ']') {
@@ -183,7 +162,7 @@ void FixStrayValue(const Survey& survey, Finding* found) {
 // A word behind the name that it is meant for.
 void FixTwoNames(const Survey& survey, Finding* found) {
   const std::string_view text = survey.text();
-  const Piece* before = PieceBefore(survey, found->span.begin);
+  const Piece* before = survey.PieceBefore(found->span.begin);
   const bool meant = before != nullptr && before->kind == PieceKind::Name &&
                      IsLastOnLine(text, found->span.end) &&
                      LineBegin(text, before->begin) == LineBegin(text, found->span.begin);
@@ -207,7 +186,7 @@ void FixUnclosedText(const Survey& survey, Finding* found) {
   const std::string_view text = survey.text();
   Span word = {found->span.begin, found->span.end};
   if (word.end > word.begin && IsLineEnd(text[word.end - 1])) --word.end;
-  word.end = std::min(word.end, text.find('#', word.begin));
+  word.end = std::min(word.end, text.substr(0, word.end).find('#', word.begin));
   while (word.end > word.begin + 1 && IsBlank(text[word.end - 1])) --word.end;
   const bool plain = word.In(text).find_first_of("#{},]") == std::string_view::npos &&
                      IsLastOnLine(text, word.end);
@@ -244,7 +223,7 @@ void FixElement(const Survey& survey, Finding* found) {
 
 void FixImport(const Survey& survey, Finding* found) {
   const std::string_view text = survey.text();
-  const Piece* before = PieceBefore(survey, found->span.end);
+  const Piece* before = survey.PieceBefore(found->span.end);
   if (found->code == Code::ImportName && IsFirstLetter(text[found->span.begin])) {
     Quote(survey, found->span.begin, false, found);
   } else if (found->code == Code::BadDirective && before != nullptr &&

@@ -3,6 +3,7 @@
 #define CONFGROVE_VALUES_UNREAD_H
 
 #include <confgrove/values/look_up.h>
+#include <confgrove/values/nearest.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -12,25 +13,6 @@
 #include <vector>
 
 namespace confgrove::detail {
-
-// How many letters must be changed, put in, taken out or swapped with the next.
-inline std::size_t Distance(std::string_view a, std::string_view b) {
-  std::vector<std::size_t> before;
-  std::vector<std::size_t> last(b.size() + 1);
-  std::vector<std::size_t> row(b.size() + 1);
-  for (std::size_t j = 0; j <= b.size(); ++j) row[j] = j;
-  for (std::size_t i = 1; i <= a.size(); ++i) {
-    before = std::exchange(last, std::move(row));
-    row.assign(b.size() + 1, i);
-    for (std::size_t j = 1; j <= b.size(); ++j) {
-      const std::size_t change = a[i - 1] == b[j - 1] ? 0 : 1;
-      row[j] = std::min({last[j] + 1, row[j - 1] + 1, last[j - 1] + change});
-      const bool swapped = i > 1 && j > 1 && a[i - 1] == b[j - 2] && a[i - 2] == b[j - 1];
-      if (swapped) row[j] = std::min(row[j], before[j - 2] + 1);
-    }
-  }
-  return row[b.size()];
-}
 
 class UnreadFinder {
  public:
@@ -75,26 +57,18 @@ class UnreadFinder {
   // block, or for the one block where just that name was.
   std::string Suggestion(const std::vector<Section*>& layers, const std::string& path,
                          const std::string& name) const {
-    std::string nearest;
     std::string elsewhere;
-    std::size_t least = name.size();
-    bool two = false;
+    Nearest nearest(name);
     const std::string block = path.empty() ? "" : path + '.';
     for (const std::string& missed : state_.missed) {
       if (elsewhere.empty() && missed.substr(missed.rfind('.') + 1) == name) elsewhere = missed;
       if (missed.compare(0, block.size(), block) != 0) continue;
       const std::size_t end = missed.find('.', block.size());
       const std::string candidate = missed.substr(block.size(), end - block.size());
-      if (candidate == nearest || Exists(layers, candidate)) continue;
-      const std::size_t distance = Distance(name, candidate);
-      // More would be guessing, and so would be one of two.
-      if (distance * 3 > std::max(name.size(), candidate.size()) || distance > least) continue;
-      two = distance == least && !nearest.empty();
-      if (!two) nearest = candidate;
-      least = distance;
+      if (!Exists(layers, candidate)) nearest.Take(candidate);
     }
-    if (two || (nearest.empty() && elsewhere.empty())) return "";
-    return "; did you mean " + (nearest.empty() ? elsewhere : nearest) + '?';
+    const std::string_view meant = nearest.Found().empty() ? elsewhere : nearest.Found();
+    return meant.empty() ? "" : Glue({"; did you mean ", meant, "?"});
   }
 
   static bool Exists(const std::vector<Section*>& layers, const std::string& name) {
