@@ -23,6 +23,7 @@ class TextWriter {
   void Headline(const Problems& problems, std::size_t number);
   void Snippet(const Place& place, char mark, const char* colour, const std::string& label);
   void WritePlace(const Place& place);
+  void WriteRelated(const Problem& problem);
   void Note(const std::string& mark, const std::string& text);
   std::string Take() { return out_.str(); }
 
@@ -98,6 +99,24 @@ void TextWriter::Note(const std::string& mark, const std::string& text) {
   out_ << mark << Visible(text) << '\n';
 }
 
+// Of a long chain of imports, its ends.
+void TextWriter::WriteRelated(const Problem& problem) {
+  constexpr std::size_t FromEachEnd = 3;
+  const std::vector<Related>& related = problem.related;
+  const bool is_long = related.size() > 2 * FromEachEnd + 1;
+  for (std::size_t i = 0; i < related.size(); ++i) {
+    if (is_long && i == FromEachEnd) {
+      i = related.size() - FromEachEnd;
+      Note("", "and " + std::to_string(i - FromEachEnd) + " more");
+    }
+    if (related[i].place.file != problem.place.file) {
+      Note("", PlaceText(related[i].place) + ": " + related[i].text);
+    } else {
+      Snippet(related[i].place, '-', Blue, related[i].text);
+    }
+  }
+}
+
 }  // namespace
 
 Problems ProblemsOf(const std::string& file) {
@@ -120,13 +139,7 @@ std::string AsText(const Problems& problems, std::size_t number, SourceFiles* so
   const bool has_message = !problem.message.empty();
   writer.Snippet(problem.place, '^', ColourOf(problem), has_message ? problem.text : "");
   if (problem.place.line == 0 && has_message) writer.Note("", problem.text);
-  for (const Related& related : problem.related) {
-    if (related.place.file != problem.place.file) {
-      writer.Note("", PlaceText(related.place) + ": " + related.text);
-    } else {
-      writer.Snippet(related.place, '-', Blue, related.text);
-    }
-  }
+  writer.WriteRelated(problem);
   for (const Fix& fix : problem.fixes) {
     writer.Note(fix.safe != 0 ? "fix: " : "perhaps: ", fix.text);
   }

@@ -152,7 +152,9 @@ void FixStrayValue(const Survey& survey, Finding* found) {
     AddFix(found, "write a point in the number", false, {{found->span, "."}});
   }
   const Span rest = BareText(text, before->begin);
-  if (rest.end > before->end) {
+  if (rest.end <= at) return;  // the value ends on a line above
+  constexpr std::string_view Numbers = "0123456789.+-eEdD, \t";
+  if (rest.In(text).find_first_not_of(Numbers) == std::string_view::npos) {
     AddFix(found, "make it an array", false,
            {{{before->begin, before->begin}, "["}, {{rest.end, rest.end}, "]"}});
   }

@@ -4,9 +4,17 @@
 #
 #   problems_test.sh TOOL [--update]    --update makes today's answers the ones to keep to
 tool=$(realpath "$1")
-cd "$(dirname "${BASH_SOURCE[0]}")/../problems" || exit 1
+top=$(realpath "$(dirname "${BASH_SOURCE[0]}")/../..")
+pairs=$top/tests/problems
 export LC_ALL=C
 failures=0
+work=$(mktemp -d)
+trap 'rm -r "$work"' EXIT
+cp -r "$pairs/." "$work"
+cd "$work" || exit 1
+for ((i = 1; i <= 100; ++i)); do # one file more than a chain can have
+  echo "\$import \"parts/chain$((i + 1))\"" >"parts/chain$i.cfg"
+done
 
 # What a person sees, and, where that leaves anything out, all of it in short.
 answers() {
@@ -30,7 +38,7 @@ sarif_places() {
 
 for file in *.cfg; do
   if [[ ${2-} == --update ]]; then
-    answers "$file" >"${file%.cfg}.txt"
+    answers "$file" >"$pairs/${file%.cfg}.txt"
   elif ! difference=$(diff --label wanted --label found -u "${file%.cfg}.txt" <(answers "$file")); then
     printf 'FAILED: %s\n%s\n' "$file" "$difference"
     failures=$((failures + 1))
@@ -43,11 +51,31 @@ for file in *.cfg; do
     fi
   done
 done
+# Each message of the reader has a pair, and so has each code but that of a file that isn't there.
+messages=0
+while read -r message; do
+  grep -qF -- ": $message [" *.txt || {
+    echo "FAILED: no pair has the message $message"
+    failures=$((failures + 1))
+  }
+  messages=$((messages + 1))
+done < <(grep -hE '(Report(Error|Warning)|Error|Warning)\(.*"|[?:] "|return "|[a-z_]*fault = "' \
+  "$top"/src/lexer/{lexer,number}.cpp "$top"/src/parser/conf_parser.cpp |
+  grep -v TraceHandler | grep -oE '"([^"\]|\\.)+"' | sed 's/^"//; s/"$//; s/\\"/"/g')
+((messages >= 40)) || failures=$((failures + 1))
+codes=0
+for code in $(sed -n '/Slugs = /,/};/p' "$top/src/text/codes.cpp" | grep -o '"[a-z-]*"' | tr -d '"'); do
+  [[ $code == unreadable ]] || grep -qF "[$code]" *.txt || {
+    echo "FAILED: no pair has the code $code"
+    failures=$((failures + 1))
+  }
+  codes=$((codes + 1))
+done
+((codes >= 38)) || failures=$((failures + 1))
+
 # The pages: the first example of each has its problem, the second has none.
-pairs=$PWD
-work=$(mktemp -d)
-trap 'rm -r "$work"' EXIT
-cd "$work" || exit 1
+mkdir pages
+cd pages || exit 1
 echo 'rate = 1' >base.cfg
 examples=0
 for code in $("$tool" explain); do
