@@ -234,13 +234,43 @@ void FixImport(const Survey& survey, Finding* found) {
   }
 }
 
+// Closes a block in front of the first line that is indented no deeper than the line of its '{', if
+// there is one: a name, or the '}' that was meant for the block around.
+void CloseBlock(const Survey& survey, Finding* found) {
+  const std::string_view text = survey.text();
+  const std::size_t end = found->span.begin;
+  const std::size_t brace = found->related.empty() ? end : found->related.front().span.begin;
+  const std::size_t indent = IndentAt(text, brace);
+  const auto stands_out = [&](const Piece& piece) {
+    const bool is_name = piece.kind == PieceKind::Name && IndentAt(text, piece.begin) <= indent;
+    const bool is_brace =
+        piece.kind == PieceKind::CloseBody && IndentAt(text, piece.begin) < indent;
+    return (is_name || is_brace) && IsFirstOnLine(text, piece.begin);
+  };
+  const auto& pieces = survey.file().record.pieces;
+  const auto first = std::find_if(pieces.begin(), pieces.end(), [&](const Piece& piece) {
+    return piece.begin > brace && stands_out(piece);
+  });
+  if (first == pieces.end()) {
+    return AddFix(found, "add a '}' at the end", false, {{{end, end}, "\n}\n"}});
+  }
+  // Comments above it stay with it.
+  auto before = first;
+  while (IsComment(before[-1]) || before[-1].kind == PieceKind::BlockComment) --before;
+  const std::size_t place = LineEnd(text, before[-1].end);
+  const std::size_t begin = LineBegin(text, brace);
+  const std::size_t indented = SkipBlanks(text, begin);
+  std::string line = "\n" + std::string(text.substr(begin, indented - begin)) + '}';
+  AddFix(found, "add a '}' above line " + std::to_string(first->line), false,
+         {{{place, place}, std::move(line)}});
+}
+
 void AddForBlocks(const Survey& survey, Finding* found) {
   const std::string_view text = survey.text();
   const std::size_t at = found->span.begin;
   switch (found->code) {
     case Code::StrayBrace: return AddFix(found, "remove the '}'", false, {{{at, at + 1}, ""}});
-    case Code::UnclosedBlock:
-      return AddFix(found, "add a '}' at the end", false, {{{at, at}, "\n}\n"}});
+    case Code::UnclosedBlock: return CloseBlock(survey, found);
     case Code::UnclosedArray: {
       const std::size_t end = LineEnd(text, at);
       const std::size_t comment = text.substr(0, end).find('#', at);

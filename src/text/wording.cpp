@@ -103,6 +103,11 @@ std::string OfCutOff(std::string_view token) {
   }
 }
 
+std::string OfNumberRunsOn(std::string_view token, std::size_t digits) {
+  return "a number runs into a name: " + Quoted(token) + " is read as the number " +
+         std::string(token.substr(0, digits)) + " and the name " + Quoted(token.substr(digits));
+}
+
 std::string OfBadName(std::string_view word) {
   return Quoted(word) + (word.find('.') != std::string_view::npos
                              ? " is a path: a section stands in the block of the one above it"
@@ -130,7 +135,7 @@ void PutInWords(const Survey& survey, Finding* found) {
       case Code::NulByte: return "a NUL byte: this isn't a text file, or was damaged";
       case Code::CutOff: return OfCutOff(token);
       case Code::NumberRunsOn:
-        return "a number runs into a name: " + Quoted(token) + " is read as two settings";
+        return OfNumberRunsOn(token, survey.PieceFrom(found->span.begin)->end - found->span.begin);
       default: return Sentences[static_cast<std::size_t>(found->code)];
     }
   };
