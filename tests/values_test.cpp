@@ -507,7 +507,13 @@ TEST(Open, TellsWhyAndLeavesSettings) {
   const auto plain = confgrove::Open(dir.Path("plain"));
   ASSERT_TRUE(plain);
   EXPECT_EQ(plain->GetSectionCount(""), 1);
-  for (const char* name : {"bad.cfg", "none.cfg", ""}) {
+  for (const char* name : {" front.cfg", "back.cfg ", " both", ".hidden", "a.cfg.cfg"}) {
+    dir.WriteFile(name, "v = 1");
+    EXPECT_TRUE(confgrove::Open(dir.Path(name))) << name;
+  }
+  // The library takes blanks off the end of a name: "plain " is another file.
+  dir.WriteFile("plain ", "z = 3");
+  for (const char* name : {"bad.cfg", "none.cfg", "plain ", ""}) {
     const auto none = confgrove::Open(dir.Path(name));
     EXPECT_FALSE(none || none.problems.empty()) << name;
   }

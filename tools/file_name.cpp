@@ -1,8 +1,5 @@
-// File names: from the shell to the library and back.
+// Names of files.
 #include "file_name.h"
-
-#include <confgrove/config.h>
-#include <confgrove/symbols.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -25,43 +22,19 @@ std::filesystem::path ForStandardLibrary(const std::string& path) {
 
 }  // namespace
 
-FileName::FileName(std::string path_of_shell) : shown(std::move(path_of_shell)) {
-  if (Separator == '/' && shown.find('\\') != std::string::npos) {
+FileName::FileName(std::string path_of_shell) : path(std::move(path_of_shell)), shown(path) {
+  if (Separator == '/' && path.find('\\') != std::string::npos) {
     throw Refusal(shown + ": a path with a backslash can't be opened");  // the library turns it
   }
-  const std::size_t end = shown.find_last_of(Separator == '/' ? "/" : "/\\:") + 1;
-  directory = shown.substr(0, end);
-  const std::string base = shown.substr(end);
-  if (base.empty()) throw Refusal("'" + shown + "' names no file");
-  if (!directory.empty()) {
-    if (directory.back() == ':') throw Refusal(shown + ": give the directory on the drive too");
-    directory.back() = Separator;
-    if (directory.front() == ' ') directory.insert(0, std::string(".") + Separator);
+  const std::size_t end = path.find_last_of(Separator == '/' ? "/" : "/\\:") + 1;
+  if (end == path.size()) throw Refusal("'" + shown + "' names no file");
+  if (end > 0 && path[end - 1] == ':') {
+    throw Refusal(shown + ": give the directory on the drive too");
   }
-
-  const std::size_t point = base.rfind('.');
-  const std::string stem = base.substr(0, point);
-  extension = point == std::string::npos ? "." : base.substr(point);
-  // The plain name first, since imports are compared with it. "./" carries a point for a name that
-  // has none, and blanks in front; the stem alone carries blanks at the end.
-  for (const std::string& candidate : {stem, "./" + base, "./" + stem}) {
-    std::string trimmed = candidate;
-    const std::string composed = Compose(candidate);
-    if (Symbols::clear_blanks(trimmed) != candidate || candidate.empty()) continue;
-    if (composed != base && composed != "./" + base) continue;
-    name = candidate;
-    return;
+  if (path.back() == ' ' && path.find('.', end) == std::string::npos) {
+    throw Refusal("'" + shown + "': a name without extension that ends in a blank can't be opened");
   }
-  throw Refusal("'" + shown + "': a name without extension that ends in a blank can't be opened");
 }
-
-void FileName::Use() const { ConfSet(directory.c_str(), extension.c_str(), 2, nullptr); }
-
-std::string FileName::Compose(const std::string& any_name) const {
-  return any_name.find(extension) != std::string::npos ? any_name : any_name + extension;
-}
-
-std::string FileName::Path() const { return ForSystem(directory + Compose(name)); }
 
 std::string FileName::ForSystem(std::string path) {
   std::replace(path.begin(), path.end(), '\\', Separator);

@@ -1,4 +1,4 @@
-// FileName: a path of the shell in the terms of the library, which trims names and adds extensions.
+// FileName: a path of the shell that the library can open.
 #ifndef CONFGROVE_TOOLS_FILE_NAME_H
 #define CONFGROVE_TOOLS_FILE_NAME_H
 
@@ -7,25 +7,15 @@
 namespace confgrove::Tool {
 
 struct FileName {
-  // Finds settings and a name with which the library opens the file `path_of_shell` and no other.
-  // Refuses a path for which there are none.
+  // Refuses a path with which the library would open another file or none.
   explicit FileName(std::string path_of_shell);
 
-  // Makes them the settings of the process.
-  void Use() const;
-
   // The file, and any path of the library, as the system knows it.
-  std::string Path() const;
+  std::string Path() const { return ForSystem(path); }
   static std::string ForSystem(std::string path);
 
-  std::string shown;      // to the user: the path as given
-  std::string directory;  // the root directory: "", or ends in a separator
-  std::string extension;  // the default extension, for imports too
-  std::string name;       // relative to `directory`
-
- private:
-  // What the library makes of a name.
-  std::string Compose(const std::string& any_name) const;
+  std::string path;
+  std::string shown;  // to the user: the path as given
 };
 
 // Refuses what isn't a regular file that can be read.

@@ -1,6 +1,8 @@
 // Opening a configuration.
 #include "open_file.h"
 
+#include <confgrove/open_file.h>
+
 #include "messages.h"
 #include "refusal.h"
 #include "render.h"
@@ -10,9 +12,8 @@ namespace confgrove::Tool {
 
 std::unique_ptr<Config> LoadConfig(const FileName& file) {
   RequireReadable(file.Path(), file.shown);
-  file.Use();
   ForgetMessages();
-  std::unique_ptr<Config> config(ConfCreate(file.name.c_str(), ConfCreateOpen));
+  std::unique_ptr<Config> config(OpenFile(file.path));
   if (config != nullptr) return config;
   ShowErrors(file.shown);
   throw Refusal("");

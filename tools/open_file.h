@@ -11,8 +11,7 @@
 
 namespace confgrove::Tool {
 
-// Opens `file` with its imports, its settings being those of the process from then on. If that
-// fails, the errors are shown and the command is refused.
+// Opens `file` with its imports. If that fails, the errors are shown and the command is refused.
 std::unique_ptr<Config> LoadConfig(const FileName& file);
 
 // The same for a command that reads alone: "-" is standard input.

@@ -37,10 +37,9 @@ std::string LineOf(Section* section) {
 }
 
 std::vector<double> NumbersOf(Section* section) {
-  const std::int32_t count = section->GetDoubles(nullptr, 0, "");
-  std::vector<double> numbers(static_cast<std::size_t>(count));
-  section->GetDoubles(numbers.data(), count, "");
-  return numbers;
+  ValueView value;
+  FindValue(section, "", &value);
+  return {value.numbers, value.numbers + value.count};
 }
 
 bool SameValue(Section* one, Section* other) {

@@ -1,5 +1,6 @@
 // where: tells where a section stands.
 #include <confgrove/inspect.h>
+#include <confgrove/values/look_up.h>
 
 #include <iostream>
 #include <memory>
@@ -18,15 +19,6 @@ struct Arguments {
   std::string file, path;
 };
 
-// The sections of that path in the trees of `config`, in the order in which look-ups ask them: the
-// first one hides the others.
-void FindAll(Config* config, const char* path, std::vector<Section*>* found) {
-  Section* const section = FindSection(config, path);
-  if (section == nullptr) return;
-  if (ConfigOf(section) == config) found->push_back(section);
-  for (Config* const import : Imports(config)) FindAll(import, path, found);
-}
-
 std::string PlaceText(const Place& place, const Config* config, Section* section,
                       const std::string& shown) {
   std::string text = ConfigOf(section) == config ? shown : FileName::ForSystem(place.file);
@@ -42,11 +34,11 @@ int ShowPlaces(const Arguments& given) {
   Section* const start = FindSection(config.get(), path.c_str());
   if (start == nullptr || path.empty()) RefuseMissing(given.file, path);
 
-  std::vector<Section*> sections;
+  std::vector<Section*> sections;  // the first one of each link hides the others
   std::vector<bool> hidden;
   const std::vector<Section*> chain = FollowLinks(config.get(), start);
   for (Section* const link : chain) {
-    FindAll(config.get(), PathOf(link).c_str(), &sections);
+    detail::AddLayers(config.get(), PathOf(link).c_str(), &sections);
     hidden.push_back(false);
     hidden.resize(sections.size(), true);
   }

@@ -63,12 +63,22 @@ PathPieces SplitPath(const std::string& path) {
 }
 
 FileOrigin FileOrigin::OfPath(const std::string& file_path) {
-  PathPieces pieces = SplitPath(file_path);
+  const PathPieces pieces = SplitPath(file_path);
   FileOrigin origin;
-  origin.name = std::move(pieces.file_name);
-  origin.root_directory = std::move(pieces.directory);
-  origin.extension = pieces.extension.empty() ? "." : std::move(pieces.extension);
+  origin.root_directory = pieces.directory;
+  origin.extension = pieces.extension.empty() ? "." : pieces.extension;
   origin.path = file_path;
+  // The plain name first, since imports are compared with it. "./" carries the point that keeps an
+  // extension away, and blanks in front; without its extension a name carries blanks at the end.
+  const SettingsOf settings(origin);
+  const std::string file = pieces.file_name + pieces.extension;
+  for (const std::string& name : {pieces.file_name, "./" + file, "./" + pieces.file_name}) {
+    const bool is_cut = name.empty() || name.front() == ' ' || name.back() == ' ';
+    const std::string composed = ComposeFileName(name);
+    if (file.empty() || is_cut || (composed != file && composed != "./" + file)) continue;
+    origin.name = name;
+    break;
+  }
   return origin;
 }
 

@@ -40,7 +40,8 @@ struct FileOrigin {
   FileOrigin() = default;
   explicit FileOrigin(const std::string& config_name);  // by the settings of this moment
 
-  // Of a path, whatever the settings are.
+  // Of a path, whatever the settings are. The name is one by which the library opens that file; ""
+  // if there is none.
   static FileOrigin OfPath(const std::string& file_path);
 
   std::string name;  // of the configuration

@@ -164,15 +164,16 @@ std::vector<std::size_t> InOrder(const std::vector<Finding>& findings) {
 
 std::vector<Problem> Check(const std::string& file) {
   const Silence silence;
-  FileOrigin origin = FileOrigin::OfPath(file);
+  const FileOrigin origin = FileOrigin::OfPath(file);
   const SettingsOf settings(origin);
-  const std::string last = file.substr(origin.root_directory.size());
-  // A name with a point in it is taken as it stands.
-  if (origin.name.empty() || ComposeFileName(origin.name) != last) origin.name = "./" + last;
   Load load;
   load.records = true;
   load.reads_on = true;
-  LoadFile(&load, origin.name, true, 1);
+  if (origin.name.empty()) {  // no program can open it
+    load.recorded.emplace_back();
+  } else {
+    LoadFile(&load, origin.name, true, 1);
+  }
   if (std::none_of(load.recorded.begin(), load.recorded.end(), IsSuspect)) return {};
 
   std::list<Survey> surveys;
