@@ -26,9 +26,6 @@ struct Editing {
   Obstacle obstacle;
 };
 
-// The path of a section in its tree.
-std::string PathOf(const RealSection& section);
-
 // Notes what can't be written of a section that is new in the file, or of one below it.
 void CheckNew(const RealSection& section, Editing* editing);
 

@@ -7,6 +7,7 @@
 #include "text/editing.h"
 #include "text/match.h"
 #include "text/value_text.h"
+#include "tree/node.h"
 
 namespace confgrove {
 namespace {
@@ -95,15 +96,6 @@ bool SameImports(const RootSection& in_file, const RootSection& wanted) {
 }
 
 }  // namespace
-
-std::string PathOf(const RealSection& section) {
-  std::string path;
-  for (const RealSection* at = &section; at->parent != nullptr; at = at->parent) {
-    if (!path.empty()) path.insert(0, 1, '.');
-    path.insert(0, at->name.view());
-  }
-  return path;
-}
 
 void Editing::Refuse(const RealSection& section, const char* reason) {
   if (reason == nullptr || !obstacle.reason.empty()) return;

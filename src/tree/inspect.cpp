@@ -41,9 +41,11 @@ const char* LinkTarget(Section* section) {
   return node->type == SectionType::Link ? node->value.text().c_str() : nullptr;
 }
 
-std::string PathOf(Section* section) {
+std::string PathOf(Section* section) { return PathOf(*NodeOf(section)); }
+
+std::string PathOf(const RealSection& section) {
   std::string path;
-  for (const std::string_view name : NamesOf(NodeOf(section))) {
+  for (const std::string_view name : NamesOf(&section)) {
     if (!path.empty()) path += '.';
     path += name;
   }

@@ -5,6 +5,7 @@
 #include <confgrove/section.h>
 
 #include <algorithm>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -30,6 +31,9 @@ inline std::vector<std::string_view> NamesOf(const RealSection* node) {
   std::reverse(names.begin(), names.end());
   return names;
 }
+
+// They joined by dots.
+std::string PathOf(const RealSection& section);
 
 }  // namespace confgrove
 
