@@ -143,8 +143,7 @@ std::size_t SourceFile::Utf16Column(const Place& place) {
     last_offset_ = Back(place.offset, static_cast<std::size_t>(place.column) - 1);
     last_column_ = 1;
   }
-  std::string_view between = std::string_view(bytes_);
-  between = between.substr(last_offset_, place.offset - last_offset_);
+  auto between = std::string_view(bytes_).substr(last_offset_, place.offset - last_offset_);
   while (!between.empty()) last_column_ += TakeCharacter(&between, is_utf8_) > 0xFFFF ? 2 : 1;
   last_offset_ = place.offset;
   return last_column_;

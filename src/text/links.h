@@ -69,7 +69,7 @@ class Links {
   std::int32_t looked_up_ = 0;
 
   // Of the file at hand.
-  std::vector<Target> targets_;           // none until they are needed
+  std::vector<Target> targets_;            // none until they are needed
   std::int32_t end_of_reading_ = NoCause;  // the finding, if links behind it can't be judged
 };
 

@@ -50,8 +50,8 @@ class Nearest {
       for (std::size_t j = 1; j <= size; ++j) {
         const std::size_t change = wanted_[i - 1] == other[j - 1] ? 0 : 1;
         row_[j] = std::min({last_[j] + 1, row_[j - 1] + 1, last_[j - 1] + change});
-        const bool swapped = i > 1 && j > 1 && wanted_[i - 1] == other[j - 2] &&
-                             wanted_[i - 2] == other[j - 1];
+        const bool swapped =
+            i > 1 && j > 1 && wanted_[i - 1] == other[j - 2] && wanted_[i - 2] == other[j - 1];
         if (swapped) row_[j] = std::min(row_[j], before_[j - 2] + 1);
         least = std::min(least, row_[j]);
       }
