@@ -12,6 +12,11 @@
 #include "tree/root_section.h"
 
 namespace confgrove {
+namespace {
+
+constexpr std::size_t TreeBytesOfTextByte = 3;  // as a rule
+
+}  // namespace
 
 void FileNames::Append(const std::string& name) {
   names_.push_back(name);
@@ -50,6 +55,7 @@ std::unique_ptr<RootSection> ParseFile(Load* load, const std::string& name, cons
     recorded->record.pieces.reserve(std::min(text.size() / 4, MostAtFirst));
   }
   auto root = std::make_unique<RootSection>(name, read_only);
+  root->pool.Foresee(text.size() * TreeBytesOfTextByte);
   ConfParser(text, root.get(), depth, load, recorded != nullptr ? &recorded->record : nullptr)
       .Parse();
   if (load->records) recorded->text = text;

@@ -5,6 +5,7 @@
 #ifndef CONFGROVE_PLATFORM_PLATFORM_H
 #define CONFGROVE_PLATFORM_PLATFORM_H
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -46,6 +47,14 @@ bool ReadFile(const std::string& path, std::string* text, FileStamp* stamp = nul
 // `error`, if there is one, tells why.
 bool ReadBytes(const std::string& path, std::string* bytes, FileStamp* stamp = nullptr,
                std::error_code* error = nullptr);
+
+// `size` bytes of memory from the system itself, a multiple of LargePage, in pages of that size if
+// it has any to give: each is paid for once, by its first byte. Null if there is no memory.
+constexpr std::size_t LargePage = 2 * 1024 * 1024;
+void* TakePages(std::size_t size);
+
+// Gives back what TakePages gave for the same size.
+void GivePagesBack(void* pages, std::size_t size);
 
 // A file that is being written, in text mode: LF goes out as the system's line end.
 class OutputFile {

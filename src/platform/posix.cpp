@@ -1,5 +1,6 @@
 // The platform layer for POSIX systems.
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -120,6 +121,25 @@ bool ReadBytes(const std::string& path, std::string* bytes, FileStamp* stamp,
   if (stamp != nullptr) *stamp = StampOf(status);
   return true;
 }
+
+// A large page stands at a multiple of its size, so what is asked for is one larger, and what is in
+// front of that place and behind the end goes back.
+void* TakePages(std::size_t size) {
+  void* const mapped = ::mmap(nullptr, size + LargePage, PROT_READ | PROT_WRITE,
+                              MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  if (mapped == MAP_FAILED) return nullptr;
+  char* const begin = static_cast<char*>(mapped);
+  const std::size_t surplus = reinterpret_cast<std::uintptr_t>(begin) % LargePage;
+  char* const pages = surplus > 0 ? begin + (LargePage - surplus) : begin;
+  if (surplus > 0) ::munmap(begin, LargePage - surplus);
+  ::munmap(pages + size, surplus > 0 ? surplus : LargePage);
+#ifdef MADV_HUGEPAGE
+  ::madvise(pages, size, MADV_HUGEPAGE);  // a system without them gives small ones
+#endif
+  return pages;
+}
+
+void GivePagesBack(void* pages, std::size_t size) { ::munmap(pages, size); }
 
 OutputFile::OutputFile(const std::string& path)
     : handle_(::open(ForSystem(path).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666)) {}

@@ -111,6 +111,13 @@ bool ReadBytes(const std::string& path, std::string* bytes, FileStamp* stamp,
   return true;
 }
 
+// Its large pages are for privileged programs alone.
+void* TakePages(std::size_t size) {
+  return ::VirtualAlloc(nullptr, size, MEM_RESERVE | MEM_COMMIT, PAGE_READWRITE);
+}
+
+void GivePagesBack(void* pages, std::size_t /*size*/) { ::VirtualFree(pages, 0, MEM_RELEASE); }
+
 OutputFile::OutputFile(const std::string& path) : handle_(-1) {
   int fd = -1;
   if (::_wsopen_s(&fd, WideName(path).c_str(),

@@ -4,14 +4,23 @@
 #include <algorithm>
 #include <new>
 
+#include "platform/platform.h"
+
 namespace confgrove {
 namespace {
 
-constexpr std::size_t LargestBlock = 256 * 1024;
+constexpr std::size_t LargestHeapBlock = 256 * 1024;
+constexpr std::size_t PageBlock = Platform::LargePage;
+constexpr std::size_t WorthPages = PageBlock / 2;  // with so much to come
 
 }  // namespace
 
 Pool::~Pool() {
+  while (page_blocks_ != nullptr) {
+    Block* next = page_blocks_->next;
+    Platform::GivePagesBack(page_blocks_, PageBlock);
+    page_blocks_ = next;
+  }
   for (Block* list : {blocks_, large_}) {
     while (list != nullptr) {
       Block* next = list->next;
@@ -56,11 +65,22 @@ void* Pool::AllocateLarge(std::size_t size) {
   return large_ + 1;
 }
 
+// The memory stands behind it.
+Pool::Block* Pool::TakeBlock(std::size_t size) {
+  if (size != PageBlock) return blocks_ = new (::operator new(size)) Block{blocks_, nullptr};
+  void* const pages = Platform::TakePages(size);
+  if (pages == nullptr) throw std::bad_alloc();
+  return page_blocks_ = new (pages) Block{page_blocks_, nullptr};
+}
+
 void Pool::AddBlock() {
-  blocks_ = new (::operator new(sizeof(Block) + block_size_)) Block{blocks_, nullptr};
-  free_ = reinterpret_cast<char*>(blocks_ + 1);
-  free_size_ = block_size_;
-  block_size_ = std::min(block_size_ * 2, LargestBlock);
+  const std::size_t to_come = foreseen_ > taken_ ? foreseen_ - taken_ : taken_ / 2;
+  const bool in_pages = to_come >= WorthPages;
+  const std::size_t size = in_pages ? PageBlock : block_size_;
+  free_ = reinterpret_cast<char*>(TakeBlock(size) + 1);
+  free_size_ = size - sizeof(Block);
+  taken_ += size;
+  if (!in_pages) block_size_ = std::min(block_size_ * 2, LargestHeapBlock);
 }
 
 }  // namespace confgrove

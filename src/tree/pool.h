@@ -10,12 +10,18 @@ namespace confgrove {
 // A tree consists of many small pieces that mostly go all at once. So they are cut from blocks, and
 // with the pool the blocks are released, without a walk over the pieces. A piece that is freed
 // earlier waits for the next of its size. Large pieces have blocks of their own.
+//
+// A new page of memory costs as much as reading a dozen sections. So a pool that will take some
+// more than a megabyte takes it from the system, in large pages, and gives it back at its end.
 class Pool {
  public:
   Pool() = default;
   Pool(const Pool&) = delete;
   Pool& operator=(const Pool&) = delete;
   ~Pool();
+
+  // About `bytes` will be asked for in all.
+  void Foresee(std::size_t bytes) { foreseen_ = bytes; }
 
   // Memory for `size` bytes, aligned for pointers and doubles. Throws std::bad_alloc. What stands
   // in it gets no destructor call from the pool.
@@ -50,11 +56,15 @@ class Pool {
 
   void* AllocateLarge(std::size_t size);
   void AddBlock();
+  Block* TakeBlock(std::size_t size);
 
   char* free_ = nullptr;  // what is left of the newest block
   std::size_t free_size_ = 0;
-  std::size_t block_size_ = 1024;  // of the next block
-  Block* blocks_ = nullptr;
+  std::size_t block_size_ = 1024;  // of the next block from the heap
+  std::size_t taken_ = 0;          // the size of all blocks
+  std::size_t foreseen_ = 0;       // what that will be; 0 if nobody knows
+  Block* blocks_ = nullptr;        // from the heap
+  Block* page_blocks_ = nullptr;   // from the system
   Block* large_ = nullptr;
   std::array<Piece*, LargestSmall / Unit + 1> freed_{};  // by size in units
 };
