@@ -67,6 +67,7 @@ void ConfParser::SkipBody() {
 }
 
 void ConfParser::EndBody() {
+  if (Children* const children = bodies_.back().section->children) children->Trim();
   bodies_.pop_back();
   if (recorder_) recorder_->EndBody();
 }
@@ -236,15 +237,15 @@ void ConfParser::Warning(const char* message) {
 void ConfParser::ReportError(const char* message, std::size_t begin, std::size_t end) {
   ++load_->errors;
   if (recorder_) recorder_->AddFault(true, message, begin, end);
-  TraceHandler(LevelError, "%s(%d), error: %s", FileLabel(root_->name.str()).c_str(), lexer_.line,
-               message);
+  TraceHandler(LevelError, "%s(%d), error: %s", FileLabel(std::string(root_->name())).c_str(),
+               lexer_.line, message);
 }
 
 void ConfParser::ReportWarning(const char* message, std::size_t begin, std::size_t end) {
   ++load_->warnings;
   if (recorder_) recorder_->AddFault(false, message, begin, end);
   if (TraceLevel > 0) {
-    TraceHandler(LevelWarning, "%s(%d), warning: %s", FileLabel(root_->name.str()).c_str(),
+    TraceHandler(LevelWarning, "%s(%d), warning: %s", FileLabel(std::string(root_->name())).c_str(),
                  lexer_.line, message);
   }
 }

@@ -29,12 +29,12 @@ void WriteFile(const RootSection& root, TextBuffer* out, SaveWarnings* warnings)
 bool RootSection::Save() {
   if (RefusesChange("section: '%s' is 'read-only'. cannot be saved.", "")) return false;
   SaveWarnings warnings;
-  const std::string path = ComposeFullPath(ComposeFileName(name.str()));
+  const std::string path = ComposeFullPath(ComposeFileName(std::string(name())));
   {
     TextBuffer out;
     Platform::OutputFile file(path);
     if (!file.is_open()) {
-      TraceHandler(LevelError, "cannot open file for save:%s ", name.c_str());
+      TraceHandler(LevelError, "cannot open file for save:%s ", name().data());
       return false;
     }
     out.SendTo(&file);

@@ -29,18 +29,18 @@ void WriteTabs(std::int32_t depth, TextBuffer* out) {
   out->Finish(at + depth);
 }
 
-std::int32_t Length(const PoolText& text) { return static_cast<std::int32_t>(text.size()); }
+std::int32_t Length(std::string_view text) { return static_cast<std::int32_t>(text.size()); }
 
 // The length that a section's line is taken to have up to the end of its value.
 std::int32_t MeasureSection(const RealSection& section) {
-  const std::int32_t name_length = Length(section.name);
+  const std::int32_t name_length = Length(section.name());
   switch (section.type) {
     case SectionType::None: return name_length;
-    case SectionType::String: return name_length + Length(section.value.text()) + 5;
-    case SectionType::Link: return name_length + Length(section.value.text()) + 4;
+    case SectionType::String: return name_length + Length(section.text().view()) + 5;
+    case SectionType::Link: return name_length + Length(section.text().view()) + 4;
     case SectionType::Number: break;
   }
-  const NumberList& numbers = section.value.numbers();
+  const NumberList numbers = section.numbers();
   std::int32_t width = name_length + (numbers.size() > 1 ? 4 : 2);
   for (const double number : numbers) width += TrimmedLength(number) + 1;
   return width;
@@ -68,14 +68,14 @@ void WriteValue(const RealSection& section, TextBuffer* out, SaveWarnings* warni
     case SectionType::None: break;
     case SectionType::String:
       out->Append(" = \"");
-      out->Append(section.value.text().view());
+      out->Append(section.text().view());
       out->Append('"');
       break;
     case SectionType::Link:
       out->Append(" = @");
-      out->Append(section.value.text().view());
+      out->Append(section.text().view());
       break;
-    case SectionType::Number: WriteNumbers(section.value.numbers(), out, warnings); break;
+    case SectionType::Number: WriteNumbers(section.numbers(), out, warnings); break;
   }
 }
 
@@ -107,7 +107,7 @@ void WriteSection(const RealSection& section, std::int32_t depth, CommentColumn*
                   TextBuffer* out, SaveWarnings* warnings) {
   if (!section.HasBlock() && section.type == SectionType::None) {
     warnings->Add("[%s] - trying to save blank section without property. skipped\n",
-                  section.name.view());
+                  section.name());
     return;
   }
   if (!section.comment().empty()) {
@@ -115,7 +115,7 @@ void WriteSection(const RealSection& section, std::int32_t depth, CommentColumn*
     WriteComment(section.comment().c_str(), depth, out);
   }
   WriteTabs(depth, out);
-  out->Append(section.name.view());
+  out->Append(section.name());
   WriteValue(section, out, warnings);
   if (!section.inline_comment().empty()) {
     const std::int32_t blanks = column->width() - MeasureSection(section) + 1;

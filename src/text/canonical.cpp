@@ -116,7 +116,7 @@ class Writer {
     const std::string indent(open_.size() - 1, '\t');
     text_ += CommentLines(section.comment().view(), indent);
     const Spelling spelling = Spell(section, number);
-    text_.append(indent).append(section.name.view()).append(spelling.text);
+    text_.append(indent).append(section.name()).append(spelling.text);
     if (!section.inline_comment().empty()) {
       text_.append(static_cast<std::size_t>(column - spelling.width) + 1, ' ');
       text_.append("#").append(section.inline_comment().view());

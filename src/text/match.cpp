@@ -13,7 +13,7 @@ bool SameNumber(double a, double b) { return a == b && std::signbit(a) == std::s
 bool LookAlike(const RealSection& a, const RealSection& b) {
   if (!SameValue(a, b) || a.child_count() != b.child_count()) return false;
   for (std::int32_t i = 0; i < a.child_count(); ++i) {
-    if (a.children->at(i)->name.view() != b.children->at(i)->name.view()) return false;
+    if (a.children->at(i)->name() != b.children->at(i)->name()) return false;
   }
   return true;
 }
@@ -46,11 +46,11 @@ bool SameValue(const RealSection& a, const RealSection& b) {
   switch (a.type) {
     case SectionType::None: return true;
     case SectionType::String:
-    case SectionType::Link: return a.value.text().view() == b.value.text().view();
+    case SectionType::Link: return a.text().view() == b.text().view();
     case SectionType::Number: break;
   }
-  return std::equal(a.value.numbers().begin(), a.value.numbers().end(), b.value.numbers().begin(),
-                    b.value.numbers().end(), SameNumber);
+  return std::equal(a.numbers().begin(), a.numbers().end(), b.numbers().begin(), b.numbers().end(),
+                    SameNumber);
 }
 
 Match MatchChildren(const FileText& file, std::int32_t block, const RealSection& in_memory) {
@@ -68,7 +68,7 @@ Match MatchChildren(const FileText& file, std::int32_t block, const RealSection&
   bool in_place = true;
   for (std::int32_t i = 0; i < in_memory.child_count(); ++i) {
     const RealSection* child = in_memory.children->at(i);
-    const RealSection* same = in_file.FindChild(child->name.view());
+    const RealSection* same = in_file.FindChild(child->name());
     const bool stays = in_place && same != nullptr && same->index > last;
     in_place = in_place && (same == nullptr || stays);
     match.children.push_back({child, stays ? numbers[static_cast<std::size_t>(same->index)] : 0});

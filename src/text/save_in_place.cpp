@@ -212,7 +212,7 @@ SaveResult Save(RootSection* root, Conflict conflict, bool preview) {
   if (root->read_only) change.Refuse("the configuration is read-only");
   if (change.failed()) return std::move(change).Result();
 
-  const bool renamed = root->name.view() != root->origin.name;
+  const bool renamed = root->name() != root->origin.name;
   const std::string fault =
       ConflictOf(renamed ? Platform::FileStamp() : root->stamp, change.stamp());
   if (!fault.empty() && conflict == Conflict::Refuse) {

@@ -64,9 +64,9 @@ std::string InnerIndent(const FileText& file, std::int32_t number, const Style& 
 
 void EditName(std::int32_t number, const RealSection& section, Editing* editing) {
   const SectionText here = editing->file.At(number);
-  if (here.section->name.view() == section.name.view()) return;
-  editing->Refuse(section, FaultOfName(section.name.view()));
-  editing->splices.Put(here.name, section.name.str(), Rank::Name);
+  if (here.section->name() == section.name()) return;
+  editing->Refuse(section, FaultOfName(section.name()));
+  editing->splices.Put(here.name, std::string(section.name()), Rank::Name);
 }
 
 void EditValue(std::int32_t number, const RealSection& section, Editing* editing) {
@@ -87,7 +87,7 @@ void EditValue(std::int32_t number, const RealSection& section, Editing* editing
     return;
   }
   if (section.type == SectionType::Number && here.section->type == SectionType::Number &&
-      EditArray(here.value, here.section->value.numbers(), section.value.numbers(), editing)) {
+      EditArray(here.value, here.section->numbers(), section.numbers(), editing)) {
     return;
   }
   std::string text = ValueText(section, editing->style.comma);

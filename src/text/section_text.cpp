@@ -38,7 +38,7 @@ class Lines {
   void Begin(const RealSection& section) {
     text += CommentLines(section.comment().view(), indent_);
     text += indent_;
-    text += section.name.view();
+    text += section.name();
     text += Assignment(section, style_);
     const bool has_comment = !section.inline_comment().empty();
     if (has_comment) text.append(" #").append(section.inline_comment().view());
@@ -80,7 +80,7 @@ class Lines {
 
 void BeginOnLine(const RealSection& section, const Style& style, std::string* text,
                  std::vector<Open>* open) {
-  text->append(section.name.view()).append(Assignment(section, style));
+  text->append(section.name()).append(Assignment(section, style));
   if (section.child_count() == 0 && section.type != SectionType::None) return;
   text->append(" {");
   open->push_back({&section, 0});

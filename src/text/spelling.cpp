@@ -35,7 +35,7 @@ std::int32_t WidthOf(double number, std::string_view text) {
 
 Spelling Spell(const RealSection& section, const std::vector<std::string>& numbers) {
   const auto length = [](std::string_view text) { return static_cast<std::int32_t>(text.size()); };
-  const std::int32_t name = length(section.name.view());
+  const std::int32_t name = length(section.name());
   if (section.type == SectionType::None) return {"", name};
   if (section.type != SectionType::Number) {
     std::string text = " = " + ValueText(section, "");
@@ -46,7 +46,7 @@ Spelling Spell(const RealSection& section, const std::vector<std::string>& numbe
   for (std::size_t i = 0; i < numbers.size(); ++i) {
     if (i > 0) text += ',';
     text += numbers[i];
-    width += WidthOf(section.value.numbers().begin()[i], numbers[i]) + 1;
+    width += WidthOf(section.numbers().begin()[i], numbers[i]) + 1;
   }
   if (numbers.size() > 1) text += ']';
   return {std::move(text), width};
@@ -57,7 +57,7 @@ Spelling Spell(const RealSection& section, const std::vector<std::string>& numbe
 Spelling SpellingOf(const RealSection& section) {
   std::vector<std::string> numbers;
   if (section.type == SectionType::Number) {
-    for (const double number : section.value.numbers()) numbers.push_back(ExactNumber(number));
+    for (const double number : section.numbers()) numbers.push_back(ExactNumber(number));
   }
   return Spell(section, numbers);
 }
@@ -67,7 +67,7 @@ Spelling SpellingIn(const FileText& file, std::int32_t number) {
   const RealSection& section = *here.section;
   if (section.type != SectionType::Number) return Spell(section, {});
   const std::vector<Span> places = NumbersIn(file, here.value);
-  if (places.size() != section.value.numbers().size()) return SpellingOf(section);
+  if (places.size() != section.numbers().size()) return SpellingOf(section);
   std::vector<std::string> numbers;
   numbers.reserve(places.size());
   for (const Span& place : places) numbers.emplace_back(file.Bytes(place));

@@ -19,8 +19,7 @@ struct Pair {
 
 // Whether both are the same but for what is below them.
 bool HasSameFields(const RealSection& a, const RealSection& b) {
-  return a.name.view() == b.name.view() && SameValue(a, b) &&
-         a.comment().view() == b.comment().view() &&
+  return a.name() == b.name() && SameValue(a, b) && a.comment().view() == b.comment().view() &&
          a.inline_comment().view() == b.inline_comment().view();
 }
 
@@ -28,7 +27,7 @@ bool HasSameFields(const RealSection& a, const RealSection& b) {
 bool HasSameChildren(const RealSection& a, const RealSection& b) {
   if (a.child_count() != b.child_count()) return false;
   for (std::int32_t i = 0; i < a.child_count(); ++i) {
-    if (a.children->at(i)->name.view() != b.children->at(i)->name.view()) return false;
+    if (a.children->at(i)->name() != b.children->at(i)->name()) return false;
   }
   return true;
 }
@@ -78,7 +77,7 @@ const char* DifferenceOf(const FileText& file, const Pair& pair) {
   }
   if (in_file.child_count() != wanted.child_count()) return "it would have other sections";
   for (std::int32_t i = 0; i < wanted.child_count(); ++i) {
-    if (in_file.children->at(i)->name.view() != wanted.children->at(i)->name.view()) {
+    if (in_file.children->at(i)->name() != wanted.children->at(i)->name()) {
       return "its sections would have other names, or another order";
     }
   }
@@ -107,7 +106,7 @@ void CheckNew(const RealSection& section, Editing* editing) {
   while (!left.empty()) {
     const RealSection& here = *left.back();
     left.pop_back();
-    editing->Refuse(here, FaultOfName(here.name.view()));
+    editing->Refuse(here, FaultOfName(here.name()));
     editing->Refuse(here, FaultOfValue(here));
     editing->Refuse(here, FaultOfComments(here));
     for (std::int32_t i = 0; i < here.child_count(); ++i) left.push_back(here.children->at(i));
@@ -175,7 +174,7 @@ std::vector<const RealSection*> WithoutInlineComment(const FileText& file,
     }
     for (std::int32_t child = file.FirstChild(here.number); child != 0;
          child = file.NextSibling(child)) {
-      const RealSection* same = here.section->FindChild(file.Node(child).name.view());
+      const RealSection* same = here.section->FindChild(file.Node(child).name());
       if (same != nullptr) left.push_back({child, same});
     }
   }

@@ -49,13 +49,13 @@ std::string NumberText(double number) {
 std::string ValueText(const RealSection& section, std::string_view comma) {
   switch (section.type) {
     case SectionType::None: return {};
-    case SectionType::String: return '"' + section.value.text().str() + '"';
-    case SectionType::Link: return '@' + section.value.text().str();
+    case SectionType::String: return '"' + section.text().str() + '"';
+    case SectionType::Link: return '@' + section.text().str();
     case SectionType::Number: break;
   }
-  if (section.value.numbers().size() == 1) return NumberText(section.value.numbers().front());
+  if (section.numbers().size() == 1) return NumberText(section.numbers().front());
   std::string text = "[";
-  for (const double number : section.value.numbers()) {
+  for (const double number : section.numbers()) {
     if (text.size() > 1) text.append(comma);
     text.append(NumberText(number));
   }
@@ -73,13 +73,13 @@ const char* FaultOfValue(const RealSection& section) {
   switch (section.type) {
     case SectionType::None: break;
     case SectionType::String:
-      if (section.value.text().view().find('"') != std::string_view::npos) {
+      if (section.text().view().find('"') != std::string_view::npos) {
         return "a text can't hold a double quote";
       }
-      if (HasLineEnd(section.value.text().view())) return "a text can't hold a line end";
+      if (HasLineEnd(section.text().view())) return "a text can't hold a line end";
       break;
     case SectionType::Link: {
-      const std::string_view target = section.value.text().view();
+      const std::string_view target = section.text().view();
       const auto fits = [](char c) { return IsLaterLetter(c) || c == '.'; };
       if (target.empty() || !IsFirstLetter(target.front()) ||
           !std::all_of(target.begin(), target.end(), fits)) {
@@ -88,7 +88,7 @@ const char* FaultOfValue(const RealSection& section) {
       break;
     }
     case SectionType::Number:
-      if (!std::all_of(section.value.numbers().begin(), section.value.numbers().end(), IsFinite)) {
+      if (!std::all_of(section.numbers().begin(), section.numbers().end(), IsFinite)) {
         return "a file can't hold an infinity, or what is no number";
       }
   }

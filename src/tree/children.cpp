@@ -92,17 +92,13 @@ std::uint32_t Tag(std::string_view name) {
 RealSection* Children::Find(std::string_view name) const {
   if (slots_ == nullptr) {
     const std::uint32_t tag = Tag(name);
-    for (const Entry* entry = entries(); entry != entries() + size_; ++entry) {
-      if (entry->tag == tag && entry->section->name.view() == name) return entry->section;
+    for (std::int32_t i = 0; i < size_; ++i) {
+      if (tags()[i] == tag && at(i)->name() == name) return at(i);
     }
     return nullptr;
   }
-  const std::uint32_t hash = Hash(name);
-  const auto is_named = [hash, name](const RealSection* section) {
-    return section->name_hash == hash && section->name.view() == name;
-  };
-  std::uint32_t slot = hash & Mask();
-  while (slots_[slot] != nullptr && !is_named(slots_[slot])) slot = (slot + 1) & Mask();
+  std::uint32_t slot = Hash(name) & Mask();
+  while (slots_[slot] != nullptr && slots_[slot]->name() != name) slot = (slot + 1) & Mask();
   return slots_[slot];
 }
 
@@ -114,33 +110,45 @@ void Children::Append(Children** list, Pool& pool, RealSection* child, std::stri
     if (children->slots_ != nullptr || children->size_ >= MostWithoutTable) children->ReserveSlot();
     if (children->size_ == children->capacity_) children = children->MoveToLarger();
   }
-  child->index = children->size_;
-  children->entries()[children->size_] = {child, Tag(name)};
-  if (children->slots_ != nullptr) {
-    child->name_hash = Hash(name);
-    children->PutSlot(child);
+  const std::int32_t index = children->size_++;
+  child->index = index;
+  children->sections()[index] = child;
+  if (children->slots_ == nullptr) {
+    children->tags()[index] = Tag(name);
+  } else {
+    children->tags()[index] = Hash(name);
+    children->PutSlot(index);
   }
-  ++children->size_;
   *list = children;
 }
 
 RealSection* Children::Remove(std::int32_t index) {
   RealSection* child = at(index);
   if (slots_ != nullptr) EmptySlot(child);
-  std::copy(entries() + index + 1, entries() + size_, entries() + index);
+  std::copy(sections() + index + 1, sections() + size_, sections() + index);
+  std::copy(tags() + index + 1, tags() + size_, tags() + index);
   --size_;
   for (std::int32_t later = index; later < size_; ++later) --at(later)->index;
   return child;
 }
 
 void Children::Rename(std::int32_t index, std::string_view name) {
-  Entry& entry = entries()[index];
-  entry.section->name.Assign(name, *pool_);
-  entry.tag = Tag(name);
-  if (slots_ == nullptr) return;
-  EmptySlot(entry.section);
-  entry.section->name_hash = Hash(name);
-  PutSlot(entry.section);
+  at(index)->GiveName(name, *pool_);
+  if (slots_ == nullptr) {
+    tags()[index] = Tag(name);
+    return;
+  }
+  EmptySlot(at(index));
+  tags()[index] = Hash(name);
+  PutSlot(index);
+}
+
+void Children::Trim() {
+  if (size_ == capacity_ || !Pool::CanTrim(SizeWith(capacity_))) return;
+  const std::size_t size = SizeWith(capacity_);
+  std::copy_n(tags(), size_, reinterpret_cast<std::uint32_t*>(sections() + size_));
+  capacity_ = size_;
+  pool_->Trim(this, size, SizeWith(capacity_));
 }
 
 void Children::Release() {
@@ -148,12 +156,13 @@ void Children::Release() {
   pool_->Free(this, SizeWith(capacity_));
 }
 
-// Gives the one that takes its place, with room for as many entries again.
+// Gives the one that takes its place, with room for as many children again.
 Children* Children::MoveToLarger() {
   const std::int32_t capacity = 2 * capacity_;
   auto* larger = new (pool_->Allocate(SizeWith(capacity))) Children(*this);
   larger->capacity_ = capacity;
-  std::copy_n(entries(), size_, larger->entries());
+  std::copy_n(sections(), size_, larger->sections());
+  std::copy_n(tags(), size_, larger->tags());
   pool_->Free(this, SizeWith(capacity_));
   return larger;
 }
@@ -167,27 +176,27 @@ void Children::ReserveSlot() {
   auto* slots = pool_->AllocateArray<RealSection*>(count);
   std::fill_n(slots, count, nullptr);
   if (slots_ == nullptr) {  // nobody has needed their hashes so far
-    for (std::int32_t i = 0; i < size_; ++i) at(i)->name_hash = Hash(at(i)->name.view());
+    for (std::int32_t i = 0; i < size_; ++i) tags()[i] = Hash(at(i)->name());
   }
   pool_->Free(slots_, slot_count_ * sizeof *slots_);
   slots_ = slots;
   slot_count_ = count;
-  for (std::int32_t i = 0; i < size_; ++i) PutSlot(at(i));
+  for (std::int32_t i = 0; i < size_; ++i) PutSlot(i);
 }
 
-void Children::PutSlot(RealSection* section) {
-  std::uint32_t slot = section->name_hash & Mask();
+void Children::PutSlot(std::int32_t index) {
+  std::uint32_t slot = tags()[index] & Mask();
   while (slots_[slot] != nullptr) slot = (slot + 1) & Mask();
-  slots_[slot] = section;
+  slots_[slot] = at(index);
 }
 
 // Sections behind an empty slot would not be found, so those that may stand in it move up.
 void Children::EmptySlot(const RealSection* section) {
-  std::uint32_t slot = section->name_hash & Mask();
+  std::uint32_t slot = tags()[section->index] & Mask();
   while (slots_[slot] != section) slot = (slot + 1) & Mask();
   for (std::uint32_t next = (slot + 1) & Mask(); slots_[next] != nullptr;
        next = (next + 1) & Mask()) {
-    const std::uint32_t from_home = (next - slots_[next]->name_hash) & Mask();
+    const std::uint32_t from_home = (next - tags()[slots_[next]->index]) & Mask();
     if (from_home < ((next - slot) & Mask())) continue;
     slots_[slot] = slots_[next];
     slot = next;

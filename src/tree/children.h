@@ -14,7 +14,8 @@ class RealSection;
 // The sections of one block, of which it keeps `index`: 0 to size() - 1, in order of creation. A
 // few names are found by looking at all of them, more through a hash table with linear probing.
 // Keys of the hash are drawn anew in each process, so that no file can be made whose names collide.
-// It lies in the pool of the tree with its entries right behind it, where a look-up reads both.
+// It lies in the pool of the tree with the sections and then their tags right behind it, where a
+// look-up reads them.
 class Children {
  public:
   // Adds `child` behind the others of `*list`, which is made if it is null, and may move. No child
@@ -27,7 +28,7 @@ class Children {
   std::int32_t size() const { return size_; }
 
   // The child with that index, which must exist, or with that name; null if no child has it.
-  RealSection* at(std::int32_t index) const { return entries()[index].section; }
+  RealSection* at(std::int32_t index) const { return sections()[index]; }
   RealSection* Find(std::string_view name) const;
 
   // Takes the child with that index out; later ones move up.
@@ -36,26 +37,33 @@ class Children {
   // Gives the child with that index another name, which no child may have.
   void Rename(std::int32_t index, std::string_view name);
 
+  // No child comes for some time: the room for more goes back.
+  void Trim();
+
   // Gives its memory back. No use of it may follow.
   void Release();
 
  private:
-  struct Entry {
-    RealSection* section;
-    std::uint32_t tag;  // of its name; a look at it spares most looks at the section
-  };
-
   Children(Pool* tree_pool, std::int32_t capacity) : pool_(tree_pool), capacity_(capacity) {}
 
   static std::size_t SizeWith(std::int32_t capacity) {
-    return sizeof(Children) + static_cast<std::size_t>(capacity) * sizeof(Entry);
+    return sizeof(Children) +
+           static_cast<std::size_t>(capacity) * (sizeof(RealSection*) + sizeof(std::uint32_t));
   }
-  Entry* entries() { return reinterpret_cast<Entry*>(this + 1); }  // by index
-  const Entry* entries() const { return reinterpret_cast<const Entry*>(this + 1); }
+
+  // By index. A look at the tag spares most looks at the section: it is the hash of the name if
+  // there is a table, and else less than that.
+  RealSection** sections() { return reinterpret_cast<RealSection**>(this + 1); }
+  RealSection* const* sections() const { return reinterpret_cast<RealSection* const*>(this + 1); }
+  std::uint32_t* tags() { return reinterpret_cast<std::uint32_t*>(sections() + capacity_); }
+  const std::uint32_t* tags() const {
+    return reinterpret_cast<const std::uint32_t*>(sections() + capacity_);
+  }
+
   std::uint32_t Mask() const { return slot_count_ - 1; }
   Children* MoveToLarger();
   void ReserveSlot();
-  void PutSlot(RealSection* section);
+  void PutSlot(std::int32_t index);
   void EmptySlot(const RealSection* section);
 
   Pool* pool_;  // not owned

@@ -13,7 +13,7 @@ bool RealSection::RemoveSection(const char* path) {
     return false;
   }
   std::string_view rest = WithoutBlanks(path);
-  if (rest.empty()) return parent != nullptr && parent->RemoveChild(name.view());
+  if (rest.empty()) return parent != nullptr && parent->RemoveChild(name());
   RealSection* holder = this;
   for (;;) {
     const std::size_t dot = rest.find('.');
@@ -50,7 +50,7 @@ bool RealSection::SetName(const char* new_name, const char* path, std::int32_t c
 }
 
 bool RealSection::Rename(std::string_view new_name) {
-  if (new_name == name.view()) return true;
+  if (new_name == name()) return true;
   if (parent->FindChild(new_name) != nullptr) return false;
   parent->children->Rename(index, new_name);
   return true;
@@ -59,10 +59,10 @@ bool RealSection::Rename(std::string_view new_name) {
 const char* RealSection::GetName(const char* path, std::int32_t child_index) {
   assert(path != nullptr);
   if (*path == '\0' && child_index >= 0) {  // what a listing takes
-    return child_index < child_count() ? children->at(child_index)->name.c_str() : nullptr;
+    return child_index < child_count() ? children->at(child_index)->name().data() : nullptr;
   }
   const RealSection* found = FindByIndex(path, child_index);
-  return found != nullptr ? found->name.c_str() : nullptr;
+  return found != nullptr ? found->name().data() : nullptr;
 }
 
 Section* RealSection::GetSection(const char* path, std::int32_t child_index) {

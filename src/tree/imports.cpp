@@ -31,7 +31,7 @@ bool ShareAName(std::vector<std::string_view> some, const std::vector<std::strin
 }
 
 std::string ComposePath(const RootSection& root) {
-  return ComposeFullPath(ComposeFileName(root.name.str()));
+  return ComposeFullPath(ComposeFileName(std::string(root.name())));
 }
 
 }  // namespace
@@ -40,11 +40,11 @@ bool RootSection::Import(Config* config) {
   if (config == nullptr) return false;
   auto* imported = static_cast<RootSection*>(config);
   if (RefusesChange("config '%s' is 'read-only'. cannot import file '%s'",
-                    imported->name.c_str())) {
+                    imported->name().data())) {
     return false;
   }
-  const auto refuse = [](const char* format, const PoolText& first, const PoolText& second) {
-    if (TraceLevel > 0) TraceHandler(LevelError, format, first.c_str(), second.c_str());
+  const auto refuse = [](const char* format, std::string_view first, std::string_view second) {
+    if (TraceLevel > 0) TraceHandler(LevelError, format, first.data(), second.data());
     return false;
   };
   const char* const declared = "section '%s' has been already declared in file: '%s', skipped";
@@ -53,15 +53,14 @@ bool RootSection::Import(Config* config) {
   const RootSection* top = this;
   std::int32_t depth = 1;
   for (; top->parent_config != nullptr; top = top->parent_config) ++depth;
-  if (ShareAName({imported->name.view()}, top->files))
-    return refuse(declared, name, imported->name);
+  if (ShareAName({imported->name()}, top->files)) return refuse(declared, name(), imported->name());
   if (ShareAName({imported->files.begin(), imported->files.end()}, top->files) ||
       imported->parent_config != nullptr) {
-    return refuse(recursive, name, name);
+    return refuse(recursive, name(), name());
   }
-  const auto namesake = imports.find(imported->name.view());
+  const auto namesake = imports.find(imported->name());
   if (namesake != imports.end() && namesake->second != nullptr) {
-    return refuse(declared, name, imported->name);
+    return refuse(declared, name(), imported->name());
   }
   if (depth + ImportHeight(*imported) > MaxImportDepth) {
     TraceHandler(LevelError, "imports nested too deep");

@@ -26,10 +26,10 @@ Section* FindValue(Section* from, const char* path, ValueView* value) {
   *value = ValueView();
   value->type = found->type;
   if (found->type == SectionType::Number) {
-    value->count = static_cast<std::int32_t>(found->value.numbers().size());
-    value->numbers = found->value.numbers().begin();
+    value->count = static_cast<std::int32_t>(found->numbers().size());
+    value->numbers = found->numbers().begin();
   } else if (found->type != SectionType::None) {
-    value->text = found->value.text().c_str();
+    value->text = found->text().c_str();
   }
   return found;
 }
@@ -38,7 +38,7 @@ SectionType OwnType(Section* section) { return NodeOf(section)->type; }
 
 const char* LinkTarget(Section* section) {
   const RealSection* node = NodeOf(section);
-  return node->type == SectionType::Link ? node->value.text().c_str() : nullptr;
+  return node->type == SectionType::Link ? node->text().c_str() : nullptr;
 }
 
 std::string PathOf(Section* section) { return PathOf(*NodeOf(section)); }

@@ -27,7 +27,7 @@ inline RootSection* RootOf(RealSection* node) {
 // The names that lead from the root to the node: none for a root.
 inline std::vector<std::string_view> NamesOf(const RealSection* node) {
   std::vector<std::string_view> names;
-  for (; node->parent != nullptr; node = node->parent) names.push_back(node->name.view());
+  for (; node->parent != nullptr; node = node->parent) names.push_back(node->name());
   std::reverse(names.begin(), names.end());
   return names;
 }

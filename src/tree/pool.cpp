@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::size_t LargestHeapBlock = 256 * 1024;
 constexpr std::size_t PageBlock = Platform::LargePage;
-constexpr std::size_t WorthPages = PageBlock / 2;  // with so much to come
+constexpr std::size_t WorthPages = PageBlock / 4;  // with so much to come
 
 }  // namespace
 
@@ -74,7 +74,8 @@ Pool::Block* Pool::TakeBlock(std::size_t size) {
 }
 
 void Pool::AddBlock() {
-  const std::size_t to_come = foreseen_ > taken_ ? foreseen_ - taken_ : taken_ / 2;
+  // What nobody has foreseen goes on to grow by half.
+  const std::size_t to_come = foreseen_ > taken_ ? foreseen_ - taken_ : (taken_ - foreseen_) / 2;
   const bool in_pages = to_come >= WorthPages;
   const std::size_t size = in_pages ? PageBlock : block_size_;
   free_ = reinterpret_cast<char*>(TakeBlock(size) + 1);

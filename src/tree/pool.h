@@ -11,8 +11,8 @@ namespace confgrove {
 // with the pool the blocks are released, without a walk over the pieces. A piece that is freed
 // earlier waits for the next of its size. Large pieces have blocks of their own.
 //
-// A new page of memory costs as much as reading a dozen sections. So a pool that will take some
-// more than a megabyte takes it from the system, in large pages, and gives it back at its end.
+// A new page of memory costs as much as reading a dozen sections. So a pool that will take half
+// a megabyte more takes it from the system, in large pages, and gives it back at its end.
 class Pool {
  public:
   Pool() = default;
@@ -29,6 +29,13 @@ class Pool {
 
   // Takes back what Allocate gave for the same size.
   void Free(void* piece, std::size_t size);
+
+  // Takes the end of a piece back: `size` bytes were asked for, of which the first `smaller` stay.
+  // Large pieces aren't divided.
+  static bool CanTrim(std::size_t size) { return Capacity(size) <= LargestSmall; }
+  void Trim(void* piece, std::size_t size, std::size_t smaller) {
+    Free(static_cast<char*>(piece) + Capacity(smaller), Capacity(size) - Capacity(smaller));
+  }
 
   template <typename T>
   T* AllocateArray(std::size_t count) {

@@ -3,6 +3,7 @@
 #define CONFGROVE_TREE_POOL_TEXT_H
 
 #include <cstring>
+#include <new>
 #include <string>
 #include <string_view>
 
@@ -10,15 +11,15 @@
 
 namespace confgrove {
 
-// Bytes with a NUL behind them, owned by the pool that each change is given. An empty text takes
-// no memory.
+// Bytes with a NUL behind them and their number in front, owned by the pool that each change is
+// given. It is one pointer; an empty text takes no memory beside it.
 class PoolText {
  public:
-  const char* c_str() const { return size_ > 0 ? bytes_ : ""; }
-  std::string_view view() const { return {c_str(), size_}; }
+  const char* c_str() const { return head_ != nullptr ? bytes() : ""; }
+  std::string_view view() const { return {c_str(), size()}; }
   std::string str() const { return std::string(view()); }
-  std::size_t size() const { return size_; }
-  bool empty() const { return size_ == 0; }
+  std::size_t size() const { return head_ != nullptr ? head_->size : 0; }
+  bool empty() const { return head_ == nullptr; }
 
   // Makes it a copy of `text`, which may point into it. Unchanged if there is no memory.
   void Assign(std::string_view text, Pool& pool) {
@@ -26,26 +27,33 @@ class PoolText {
       Release(pool);
       return;
     }
-    if (Pool::Capacity(text.size() + 1) == Pool::Capacity(size_ + 1) && size_ > 0) {
-      std::memmove(bytes_, text.data(), text.size());
+    const std::size_t needed = SizeWith(text.size());
+    if (head_ != nullptr && Pool::Capacity(needed) == Pool::Capacity(SizeWith(head_->size))) {
+      std::memmove(bytes(), text.data(), text.size());
+      head_->size = text.size();
     } else {
-      char* bytes = pool.AllocateArray<char>(text.size() + 1);
-      std::memcpy(bytes, text.data(), text.size());
+      Head* const head = new (pool.Allocate(needed)) Head{text.size()};
+      std::memcpy(head + 1, text.data(), text.size());
       Release(pool);
-      bytes_ = bytes;
+      head_ = head;
     }
-    size_ = text.size();
-    bytes_[size_] = '\0';
+    bytes()[text.size()] = '\0';
   }
 
   void Release(Pool& pool) {
-    if (size_ > 0) pool.Free(bytes_, size_ + 1);
-    size_ = 0;
+    if (head_ != nullptr) pool.Free(head_, SizeWith(head_->size));
+    head_ = nullptr;
   }
 
  private:
-  char* bytes_ = nullptr;  // of size_ + 1; nothing while size_ is 0
-  std::size_t size_ = 0;
+  struct Head {
+    std::size_t size;
+  };
+
+  static std::size_t SizeWith(std::size_t size) { return sizeof(Head) + size + 1; }
+  char* bytes() const { return reinterpret_cast<char*>(head_ + 1); }
+
+  Head* head_ = nullptr;  // null: empty
 };
 
 }  // namespace confgrove

@@ -32,7 +32,7 @@ RealSection* RealSection::FindTarget(const char* path) {
     if (*found->link_trail_mark() == trail) return nullptr;
     LinkTrail::Append(found->link_trail_mark(), trail);
     try {
-      found = top->FindSection(found->value.text().view());
+      found = top->FindSection(found->text().view());
     } catch (...) {  // no memory for a message: the next read begins anew
       LinkTrail::Clear();
       throw;
@@ -45,13 +45,13 @@ RealSection* RealSection::FindTarget(const char* path) {
 const char* RealSection::GetString(const char* path) {
   const RealSection* target = FindTarget(path);
   if (target == nullptr || target->type != SectionType::String) return nullptr;
-  return target->value.text().c_str();
+  return target->text().c_str();
 }
 
 bool RealSection::GetDouble(double* out, const char* path) {
   const RealSection* target = FindTarget(path);
   if (target == nullptr || target->type != SectionType::Number) return false;
-  *out = target->value.numbers().front();
+  *out = target->numbers().front();
   return true;
 }
 
@@ -72,10 +72,10 @@ bool RealSection::GetBool(bool* out, const char* path) {
 std::int32_t RealSection::GetDoubles(double* buffer, std::int32_t size, const char* path) {
   const RealSection* target = FindTarget(path);
   if (target == nullptr || target->type != SectionType::Number) return 0;
-  const auto count = static_cast<std::int32_t>(target->value.numbers().size());
+  const auto count = static_cast<std::int32_t>(target->numbers().size());
   if (buffer == nullptr || size == 0) return count;
   const std::int32_t copied = std::max(std::min(count, size), 0);
-  std::copy_n(target->value.numbers().begin(), copied, buffer);
+  std::copy_n(target->numbers().begin(), copied, buffer);
   return copied;
 }
 
@@ -83,10 +83,8 @@ std::int32_t RealSection::GetInts(std::int32_t* buffer, std::int32_t size, const
   if (size < 1) return 0;
   const RealSection* target = FindTarget(path);
   if (target == nullptr || target->type != SectionType::Number) return 0;
-  const std::int32_t copied =
-      std::min(static_cast<std::int32_t>(target->value.numbers().size()), size);
-  std::transform(target->value.numbers().begin(), target->value.numbers().begin() + copied, buffer,
-                 ToInt);
+  const std::int32_t copied = std::min(static_cast<std::int32_t>(target->numbers().size()), size);
+  std::transform(target->numbers().begin(), target->numbers().begin() + copied, buffer, ToInt);
   return copied;
 }
 

@@ -2,6 +2,7 @@
 #include "tree/real_section.h"
 
 #include <cassert>
+#include <cstring>
 #include <new>
 #include <string>
 
@@ -43,7 +44,7 @@ void RealSection::ReportMiss(std::string_view path, const Miss& miss) {
   if (!CheckPath(WithoutBlanks(path)))
     return;  // a fault anywhere in the path comes before the miss
   miss.section->missed_child = true;
-  TraceHandler(LevelFailedLookup, "section '%s': cannot find subsection: %s", name.c_str(),
+  TraceHandler(LevelFailedLookup, "section '%s': cannot find subsection: %s", name().data(),
                std::string(miss.rest.substr(0, miss.rest.find('.'))).c_str());
 }
 
@@ -84,18 +85,44 @@ RealSection* RealSection::FindByIndex(const char* path, std::int32_t child_index
 
 RealSection* RealSection::AddChild(std::string_view child_name, bool child_read_only) {
   Pool& pool = TreePool();
-  PoolText own_name;  // right in front of the node, where a look-up reads both
-  own_name.Assign(child_name, pool);
-  auto* child = new (pool.Allocate(sizeof(RealSection))) RealSection(child_read_only);
-  child->name = own_name;
+  const bool apart = child_name.size() > LongestOwnName;
+  void* const piece = pool.Allocate(SizeWithName(apart ? 0 : child_name.size()));
+  auto* child = new (piece) RealSection(child_read_only);
+  if (apart) {
+    child->SetNameApart(child_name, pool);
+  } else {
+    child->SetOwnName(child_name);
+  }
   child->parent = this;
   Children::Append(&children, pool, child, child_name);
   return child;
 }
 
+void RealSection::SetOwnName(std::string_view new_name) {
+  name_size_ = static_cast<std::uint16_t>(new_name.size());
+  std::memmove(OwnName(), new_name.data(), new_name.size());
+  OwnName()[new_name.size()] = '\0';
+}
+
+void RealSection::SetNameApart(std::string_view new_name, Pool& pool) {
+  MakeExtras(pool).name.Assign(new_name, pool);
+  is_name_apart_ = true;
+}
+
+void RealSection::GiveName(std::string_view new_name, Pool& pool) {
+  const bool fits =
+      new_name.size() <= LongestOwnName &&
+      Pool::Capacity(SizeWithName(new_name.size())) == Pool::Capacity(SizeWithName(name_size_));
+  if (fits && !is_name_apart_) {
+    SetOwnName(new_name);
+  } else {
+    SetNameApart(new_name, pool);
+  }
+}
+
 bool RealSection::RefusesChange(const char* format, const char* what) const {
   if (!read_only) return false;
-  if (TraceLevel > 0) TraceHandler(LevelError, format, name.c_str(), what);
+  if (TraceLevel > 0) TraceHandler(LevelError, format, name().data(), what);
   return true;
 }
 
@@ -114,27 +141,28 @@ RealSection::Extras& RealSection::MakeExtras(Pool& pool) {
 void RealSection::AssignText(SectionType text_type, std::string_view new_text) {
   Pool& pool = TreePool();
   if (text_type == SectionType::Link) MakeExtras(pool);
-  value.AssignText(type, new_text, pool);
+  value_.AssignText(Held(), new_text, pool);
   type = text_type;
   if (extras_ != nullptr) extras_->former_text.Release(pool);
 }
 
 void RealSection::AssignNumbers(const double* values, std::size_t count) {
   Pool& pool = TreePool();
-  if (type == SectionType::Number || value.text().empty()) {
-    value.AssignNumbers(type, values, count, pool);
+  if (type == SectionType::Number || text().empty()) {
+    value_.AssignNumbers(Held(), values, count, pool);
   } else {  // a text that was handed out is good until another takes its place
     PoolText& former_text = MakeExtras(pool).former_text;
-    former_text = value.AssignNumbers(type, values, count, pool);
+    former_text = value_.AssignNumbers(Held(), values, count, pool);
   }
   type = SectionType::Number;
+  is_array_ = count > 1;
 }
 
 // Gives the memory of this section and all below it back. No use of it may follow.
 void RealSection::Release(Pool& pool) {
-  name.Release(pool);
-  value.Release(type, pool);
+  value_.Release(Held(), pool);
   if (extras_ != nullptr) {
+    extras_->name.Release(pool);
     extras_->comment.Release(pool);
     extras_->inline_comment.Release(pool);
     extras_->former_text.Release(pool);
@@ -144,7 +172,7 @@ void RealSection::Release(Pool& pool) {
     for (std::int32_t i = 0; i < children->size(); ++i) children->at(i)->Release(pool);
     children->Release();
   }
-  pool.Free(this, sizeof *this);
+  pool.Free(this, SizeWithName(name_size_));
 }
 
 }  // namespace confgrove

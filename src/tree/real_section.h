@@ -18,10 +18,16 @@ namespace confgrove {
 //
 // All memory of a tree, the nodes below the root included, is its root's pool: it goes with the
 // root at once, and what is removed before then is given back by Release. So a node needs no
-// destructor, and none is called.
+// destructor, and none is called. The name of a node stands right behind it, where a look-up reads
+// both; of a root, and once it has changed, it may stand elsewhere.
 class RealSection : public virtual Section {
  public:
-  explicit RealSection(bool is_read_only) : read_only(is_read_only) {}
+  explicit RealSection(bool is_read_only)
+      : type(SectionType::None),
+        read_only(is_read_only),
+        missed_child(false),
+        is_array_(false),
+        is_name_apart_(false) {}
   RealSection(const RealSection&) = delete;
   RealSection& operator=(const RealSection&) = delete;
   ~RealSection() override = default;
@@ -85,6 +91,18 @@ class RealSection : public virtual Section {
   // for one in vain.
   bool HasBlock() const { return missed_child || children != nullptr; }
 
+  // Gives it another name, and tells nobody. Unchanged if there is no memory.
+  void GiveName(std::string_view new_name, Pool& pool);
+
+  // With a NUL behind it.
+  std::string_view name() const {
+    return is_name_apart_ ? extras_->name.view() : std::string_view(OwnName(), name_size_);
+  }
+
+  // The text of any type but Number, and the numbers of a Number: at least one.
+  const PoolText& text() const { return value_.text(); }
+  NumberList numbers() const { return is_array_ ? value_.array() : value_.number(); }
+
   const PoolText& comment() const { return extras_ != nullptr ? extras_->comment : NoComment; }
   const PoolText& inline_comment() const {
     return extras_ != nullptr ? extras_->inline_comment : NoComment;
@@ -93,16 +111,13 @@ class RealSection : public virtual Section {
   // The place of a Link on LinkTrail; no other section need have one.
   LinkTrail::Mark* link_trail_mark() { return &extras_->link_trail_mark; }
 
-  // What a look-up reads comes first, close together.
-  PoolText name;
-  Children* children = nullptr;  // null: never had one
-  std::uint32_t name_hash = 0;   // of its name; Children keeps it, in large blocks
-  SectionType type = SectionType::None;
-  Value value;
+  // What a look-up reads stands close together.
+  Children* children = nullptr;   // null: never had one
   RealSection* parent = nullptr;  // not owned; null on a root
   std::int32_t index = 0;         // place among the siblings; Children keeps it
-  bool read_only;                 // no setter, removal or renaming works on it
-  bool missed_child = false;      // a lookup has failed here
+  SectionType type : 8;
+  bool read_only : 1;     // no setter, removal or renaming works on it
+  bool missed_child : 1;  // a lookup has failed here
 
  protected:
   // Where a path leaves the sections that there are.
@@ -122,18 +137,34 @@ class RealSection : public virtual Section {
   // Whether this section is read-only, with a message if it is: `format` takes its name and `what`.
   bool RefusesChange(const char* format, const char* what) const;
 
-  // Sets `name`, and the key under which the section is known. False if that is taken.
+  // Sets the name, and the key under which the section is known. False if that is taken.
   virtual bool Rename(std::string_view new_name);
+
+  // The memory for the name of a root, behind which something else stands.
+  void SetNameApart(std::string_view new_name, Pool& pool);
 
  private:
   // What few sections have.
   struct Extras {
+    PoolText name;            // if it is apart
     PoolText comment;         // lines, each ending in LF
     PoolText inline_comment;  // on the section's own line
     PoolText former_text;     // of a Number; the host may still hold a pointer to it
     LinkTrail::Mark link_trail_mark = 0;
   };
   static const PoolText NoComment;
+
+  // What lies behind a node for its name, which is no longer than `LongestOwnName`.
+  static constexpr std::size_t LongestOwnName = 0xFFFF;
+  static std::size_t SizeWithName(std::size_t size) { return sizeof(RealSection) + size + 1; }
+  const char* OwnName() const { return reinterpret_cast<const char*>(this + 1); }
+  char* OwnName() { return reinterpret_cast<char*>(this + 1); }
+  void SetOwnName(std::string_view new_name);
+
+  Holding Held() const {
+    if (type != SectionType::Number) return Holding::Text;
+    return is_array_ ? Holding::Array : Holding::Number;
+  }
 
   RealSection* Top();
   Extras& MakeExtras(Pool& pool);
@@ -144,6 +175,10 @@ class RealSection : public virtual Section {
   RealSection* FindTarget(const char* path);
   RealSection* FindByIndex(const char* path, std::int32_t child_index);
 
+  bool is_array_ : 1;  // a Number is
+  bool is_name_apart_ : 1;
+  std::uint16_t name_size_ = 0;  // of the name behind the node
+  Value value_;
   Extras* extras_ = nullptr;  // null: none; a Link has them
 };
 

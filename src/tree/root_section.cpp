@@ -10,13 +10,13 @@ namespace confgrove {
 
 RootSection::RootSection(const std::string& file_name, bool is_read_only)
     : RealSection(is_read_only), origin(file_name), files{file_name} {
-  name.Assign(file_name, pool);
+  SetNameApart(file_name, pool);
 }
 
 RootSection::~RootSection() {
   RootWatch::Report(this);
   for (auto& entry : imports) delete entry.second;  // each sets its own entry to null
-  if (parent_config != nullptr) parent_config->imports.find(name.view())->second = nullptr;
+  if (parent_config != nullptr) parent_config->imports.find(name())->second = nullptr;
 }
 
 RealSection* RootSection::FindSection(std::string_view path) {
@@ -51,29 +51,29 @@ bool RootSection::RemoveSection(const char* path) {
 }
 
 bool RootSection::Rename(std::string_view new_name) {
-  if (parent_config != nullptr && new_name != name.view()) {
+  if (parent_config != nullptr && new_name != name()) {
     std::string key(new_name);
     auto& siblings = parent_config->imports;
     const auto taken = siblings.find(key);
     if (taken != siblings.end() && taken->second != nullptr) return false;
-    const auto old_entry = siblings.find(name.view());
-    name.Assign(new_name, pool);
+    const auto old_entry = siblings.find(name());
+    SetNameApart(new_name, pool);
     if (taken != siblings.end()) siblings.erase(taken);
     auto entry = siblings.extract(old_entry);
     entry.key() = std::move(key);
     siblings.insert(std::move(entry));
     return true;
   }
-  name.Assign(new_name, pool);
+  SetNameApart(new_name, pool);
   return true;
 }
 
 FileOrigin RootSection::File() const {
-  return name.view() == origin.name ? origin : FileOrigin(name.str());
+  return name() == origin.name ? origin : FileOrigin(std::string(name()));
 }
 
 void RootSection::Attach(RootSection* imported) {
-  imports[imported->name.str()] = imported;
+  imports[std::string(imported->name())] = imported;
   imported->parent_config = this;
 }
 

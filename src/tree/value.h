@@ -2,9 +2,9 @@
 #ifndef CONFGROVE_TREE_VALUE_H
 #define CONFGROVE_TREE_VALUE_H
 
-#include <confgrove/section.h>
-
+#include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <new>
 #include <string_view>
 
@@ -13,53 +13,73 @@
 
 namespace confgrove {
 
-// A text or numbers, in the same bytes; at first an empty text. The type of its section tells
-// which, and stands beside it, where it takes no room: whoever changes the value says what it was.
+// Which of them a value is.
+enum class Holding : std::uint8_t { Text, Number, Array };
+
+// A text, a number or an array of numbers, in the same bytes; at first an empty text. Which it is
+// stands beside it in its section, where it takes no room: whoever uses the value says what it is.
 class Value {
  public:
   Value() : text_() {}
 
-  const PoolText& text() const { return text_; }          // of any type but Number
-  const NumberList& numbers() const { return numbers_; }  // of a Number: at least one
+  const PoolText& text() const { return text_; }
+  NumberList number() const { return {&number_, 1}; }
+  NumberList array() const { return {array_->first(), array_->size}; }
 
   // Makes it a copy of `text`, which may point into it. Unchanged if there is no memory.
-  void AssignText(SectionType was, std::string_view text, Pool& pool) {
-    if (was != SectionType::Number) {
+  void AssignText(Holding was, std::string_view text, Pool& pool) {
+    if (was == Holding::Text) {
       text_.Assign(text, pool);
       return;
     }
     PoolText made;
     made.Assign(text, pool);
-    numbers_.Release(pool);
+    ReleaseNumbers(was, pool);
     new (&text_) PoolText(made);
   }
 
-  // Makes it copies of `count` numbers, 1 at least, and hands over the text that it was, if it was
-  // one. Unchanged if there is no memory.
-  PoolText AssignNumbers(SectionType was, const double* from, std::size_t count, Pool& pool) {
-    if (was == SectionType::Number) {
-      numbers_.Assign(from, count, pool);
-      return {};
+  // Makes it copies of `count` numbers, an array if there is more than one. Hands over the text
+  // that it was, if it was one. Unchanged if there is no memory.
+  PoolText AssignNumbers(Holding was, const double* from, std::size_t count, Pool& pool) {
+    const double first = *from;
+    Array* const array = count > 1 ? MakeArray(from, count, pool) : nullptr;
+    const PoolText old = was == Holding::Text ? text_ : PoolText();
+    ReleaseNumbers(was, pool);
+    if (array != nullptr) {
+      array_ = array;
+    } else {
+      number_ = first;
     }
-    NumberList made;
-    made.Assign(from, count, pool);
-    const PoolText old = text_;
-    new (&numbers_) NumberList(made);
     return old;
   }
 
-  void Release(SectionType was, Pool& pool) {
-    if (was == SectionType::Number) {
-      numbers_.Release(pool);
-    } else {
-      text_.Release(pool);
-    }
+  void Release(Holding was, Pool& pool) {
+    if (was == Holding::Text) text_.Release(pool);
+    ReleaseNumbers(was, pool);
   }
 
  private:
+  struct Array {  // the numbers stand behind it
+    alignas(double) std::size_t size;
+    double* first() { return reinterpret_cast<double*>(this + 1); }
+  };
+
+  static std::size_t SizeWith(std::size_t count) { return sizeof(Array) + count * sizeof(double); }
+
+  static Array* MakeArray(const double* from, std::size_t count, Pool& pool) {
+    auto* const array = new (pool.Allocate(SizeWith(count))) Array{count};
+    std::copy_n(from, count, array->first());
+    return array;
+  }
+
+  void ReleaseNumbers(Holding was, Pool& pool) {
+    if (was == Holding::Array) pool.Free(array_, SizeWith(array_->size));
+  }
+
   union {
     PoolText text_;
-    NumberList numbers_;
+    double number_;
+    Array* array_;
   };
 };
 

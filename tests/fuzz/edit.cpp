@@ -60,14 +60,14 @@ void RequireSame(const confgrove::RealSection& tree, const confgrove::RealSectio
   Require(tree.child_count() == file.child_count(), "as many sections");
   for (std::int32_t i = 0; i < tree.child_count(); ++i) {
     const auto &a = *tree.children->at(i), &b = *file.children->at(i);
-    Require(a.name.view() == b.name.view() && a.type == b.type, "the same section");
+    Require(a.name() == b.name() && a.type == b.type, "the same section");
     Require(a.inline_comment().view() == b.inline_comment().view(), "its inline comment");
     Require(SameComment(a.comment().view(), b.comment().view()), "its comment");
     if (a.type == SectionType::Number) {
-      const auto &x = a.value.numbers(), &y = b.value.numbers();
+      const auto &x = a.numbers(), &y = b.numbers();
       Require(std::equal(x.begin(), x.end(), y.begin(), y.end()), "its numbers");
     } else {
-      Require(a.value.text().view() == b.value.text().view(), "its text");
+      Require(a.text().view() == b.text().view(), "its text");
     }
     RequireSame(a, b);
   }

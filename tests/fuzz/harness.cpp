@@ -70,7 +70,7 @@ void WriteFile(const std::string& name, const std::string& bytes) {
 std::string FileBytes(const std::string& name) { return ReadFile(ConfGetRoot() + name); }
 
 void SaveAndLoad(confgrove::RootSection* root) {
-  const std::string name = root->name.str(), head = root->comment().str();
+  const std::string name = std::string(root->name()), head = root->comment().str();
   if (name.size() > LongestOwnName) return;
   const std::string path = root->GetFileName();
   if (!root->Save()) return Require(root->read_only || !std::ifstream(path), "a save");
