@@ -234,3 +234,28 @@ TEST(Parser, TheEndMayComeAnywhere) {
     EXPECT_EQ(runs[0], runs[1]);
   }
 }
+
+// A large file is read piece by piece, which nobody notices: each of these texts is cut anywhere.
+TEST(Parser, PiecesMayEndAnywhere) {
+  constexpr int FirstRead = 65535, Lines = 65000;
+  const struct {
+    std::string text, result;
+  } cases[] = {
+      {"#c\r\n#d\r\na = 1 #i\r\nb\r\n{ n\0m = \"s\"\r\n /* x\r\n*\r\n/ * / y */ v = [1,\n2] }\r\n"s,
+       "(c|d|)a=1#(i) b{n=\"s\" v=[1,2]}2 Translating config file: t\n3 0 error(s), 0 "
+       "warning(s)\n"},
+      {"n = 1\nl =\n@9\nm = \"\r\n/\r\n/* open\n",
+       "null2 Translating config file: t\n1 t.cfg(65003), error: illegal char in link definition\n"
+       "1 t.cfg(65004), error: \" outline\n3 2 error(s), 0 warning(s)\n"},
+  };
+  for (const auto& c : cases) {
+    const int size = static_cast<int>(c.text.size());
+    for (int in_first_piece = 0; in_first_piece <= size; ++in_first_piece) {
+      const int blanks = FirstRead - Lines - in_first_piece;
+      const std::string in_front = Repeat(Lines, "\n") + Repeat(blanks, " ");
+      TraceLog log;
+      const ConfigPtr config = ParseText("t", in_front + c.text + Repeat(FirstRead, "\n"));
+      EXPECT_EQ(DumpTree(config.get()) + log.Take(), c.result) << in_first_piece;
+    }
+  }
+}

@@ -2,6 +2,7 @@
 #include "lexer/lexer.h"
 
 #include "lexer/char_class.h"
+#include "lexer/text_source.h"
 
 namespace confgrove {
 namespace {
@@ -19,7 +20,10 @@ TokenKind Lexer::Read() {
     switch (Look(Classes.lead, c)) {
       case Lead::Blank: ++at_; break;
       case Lead::LineEnd:
-        if (at_ == end_) return TokenEnd;
+        if (at_ == end_) {
+          if (!TakePiece()) return TokenEnd;
+          break;
+        }
         ++at_;
         CountLineEnd();
         break;
@@ -38,6 +42,20 @@ TokenKind Lexer::Read() {
         return TokenCloseBody;
     }
   }
+}
+
+// Goes on with the next piece of the input, if there is one. Every token but a block comment ends
+// with its line at the latest, and so does every piece but the last: no other token is divided.
+bool Lexer::TakePiece() {
+  if (source_ == nullptr) return false;
+  kept_bytes_ = bytes;
+  const std::string_view piece = source_->Next();
+  if (piece.empty()) return false;
+  bytes = kept_bytes_;
+  piece_offset_ = Offset(end_);
+  piece_begin_ = at_ = piece.data();
+  end_ = at_ + piece.size();
+  return true;
 }
 
 void Lexer::CountLineEnd() {
@@ -82,10 +100,10 @@ TokenKind Lexer::CutOff(const char* begin) {
 
 // Skips a block comment, or a slash with the byte behind it. False if the input ends there.
 bool Lexer::SkipSlash() {
-  const char* const begin = at_;
+  const std::size_t begin = Offset(at_);
   const std::int32_t begin_line = line;
   const auto pass_over = [this, begin, begin_line](Passed what) {
-    listener_->PassOver(what, begin_line, Offset(begin), Offset(at_));
+    listener_->PassOver(what, begin_line, begin, Offset(at_));
   };
   if (++at_ == end_) {
     pass_over(Passed::Slash);
@@ -97,7 +115,7 @@ bool Lexer::SkipSlash() {
     pass_over(Passed::Slash);
     return true;
   }
-  for (; at_ != end_; ++at_) {
+  for (; at_ != end_ || TakePiece(); ++at_) {
     if (*at_ == '\n') ++line;
     if (*at_ == '*' && at_[1] == '/') {
       at_ += 2;

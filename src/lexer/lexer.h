@@ -4,9 +4,12 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace confgrove {
+
+class TextSource;
 
 // A token that is one character carries the code of it.
 enum TokenKind : std::int32_t {
@@ -49,11 +52,13 @@ class LexerListener {
 // sections.
 class Lexer {
  public:
-  // A NUL stands behind `input`, which outlives the lexer, as `listener` does.
-  Lexer(std::string_view input, LexerListener* listener)
-      : input_begin_(input.data()),
+  // A NUL stands behind `input`. More may come from a `source`; null if that is all. All that is
+  // pointed to outlives the lexer.
+  Lexer(std::string_view input, TextSource* source, LexerListener* listener)
+      : piece_begin_(input.data()),
         at_(input.data()),
         end_(input.data() + input.size()),
+        source_(source),
         listener_(listener) {}
 
   // Reads the next token and gives its kind.
@@ -101,16 +106,21 @@ class Lexer {
   void ReportError(const char* message, const char* begin);
   bool SkipSlash();
   void CountLineEnd();
+  bool TakePiece();
 
   std::size_t Offset(const char* place) const {
-    return static_cast<std::size_t>(place - input_begin_);
+    return piece_offset_ + static_cast<std::size_t>(place - piece_begin_);
   }
 
-  // Where we stand. The byte at `end_` is NUL, which stops every search.
-  const char* input_begin_;
+  // Where we stand. The byte at `end_` is NUL, which stops every search. Behind the last piece
+  // alone is there no line end in front of it.
+  const char* piece_begin_;
   const char* at_;
   const char* end_;
-  bool name_on_line_ = false;  // a name was read on this line
+  std::size_t piece_offset_ = 0;  // of the piece, in the input
+  TextSource* source_;            // not owned; null: none
+  std::string kept_bytes_;        // `bytes` of a piece that is gone
+  bool name_on_line_ = false;     // a name was read on this line
 
   LexerListener* listener_;  // not owned
 };

@@ -11,9 +11,9 @@
 
 namespace confgrove {
 
-ConfParser::ConfParser(const std::string& input, RootSection* root, std::int32_t depth, Load* load,
-                       Record* record)
-    : lexer_(input, this), root_(root), import_depth_(depth), load_(load) {
+ConfParser::ConfParser(std::string_view input, TextSource* source, RootSection* root,
+                       std::int32_t depth, Load* load, Record* record)
+    : lexer_(input, source, this), root_(root), import_depth_(depth), load_(load) {
   if (record != nullptr) recorder_.emplace(lexer_, record);
 }
 

@@ -23,8 +23,9 @@ class ConfParser final : private LexerListener {
  public:
   // All that is pointed to outlives the parser. `depth` is the file's place in the chain of
   // imports. `record`, null for none, receives where each piece stands.
-  ConfParser(const std::string& input, RootSection* root, std::int32_t depth, Load* load,
-             Record* record);
+  // What is read is `input`, with a NUL behind it, and then what a `source` has, null for none.
+  ConfParser(std::string_view input, TextSource* source, RootSection* root, std::int32_t depth,
+             Load* load, Record* record);
 
   // Reads all statements. The tree is sound if no error was counted in the load by then.
   void Parse();

@@ -38,13 +38,31 @@ struct FileStamp {
 // Of what stands at `path`, symbolic links followed. What can't be reached doesn't exist.
 FileStamp GetStamp(const std::string& path);
 
-// The whole file, each CR LF as one LF. A read that fails ends it. `stamp`, if there is one, is the
-// file's before the first byte was read. False, all else untouched, if it can't be opened or is a
-// directory.
-bool ReadFile(const std::string& path, std::string* text, FileStamp* stamp = nullptr);
+// A file that is being read, its bytes as they stand on the disk.
+class InputFile {
+ public:
+  explicit InputFile(const std::string& path);
+  InputFile(const InputFile&) = delete;
+  InputFile& operator=(const InputFile&) = delete;
+  ~InputFile();  // closes it
 
-// The same with the bytes as they stand on the disk, but a read that fails is a failure, too.
-// `error`, if there is one, tells why.
+  // False if it can't be opened or is a directory.
+  bool is_open() const;
+
+  // Before the first byte was read.
+  const FileStamp& stamp() const { return stamp_; }
+
+  // Reads the next `size` bytes, or fewer if the file ends there or a read fails. Gives how many.
+  std::size_t Read(char* to, std::size_t size);
+
+ private:
+  std::intptr_t handle_;  // the system's
+  FileStamp stamp_;
+};
+
+// The whole file, its bytes as they stand on the disk. `stamp`, if there is one, is the file's
+// before the first byte was read. False, all else untouched, if it can't be opened, is a directory
+// or a read fails; `error`, if there is one, tells why.
 bool ReadBytes(const std::string& path, std::string* bytes, FileStamp* stamp = nullptr,
                std::error_code* error = nullptr);
 

@@ -9,7 +9,6 @@
 #include <ctime>
 #include <utility>
 
-#include "platform/line_ends.h"
 #include "platform/platform.h"
 #include "platform/posix_path.h"
 #include "platform/write_signals.h"
@@ -30,6 +29,7 @@ class Descriptor {
     if (fd_ >= 0) ::close(fd_);
   }
   int get() const { return fd_; }
+  int Release() { return std::exchange(fd_, -1); }
 
  private:
   int fd_;
@@ -97,15 +97,23 @@ FileStamp GetStamp(const std::string& path) {
   return ::stat(ForSystem(path).c_str(), &status) == 0 ? StampOf(status) : FileStamp();
 }
 
-bool ReadFile(const std::string& path, std::string* text, FileStamp* stamp) {
-  const Descriptor file(path, O_RDONLY | O_CLOEXEC);
+InputFile::InputFile(const std::string& path) : handle_(-1) {
+  Descriptor file(path, O_RDONLY | O_CLOEXEC);
   struct stat status {};
-  int error = CheckReadable(file, &status);
-  if (error != 0) return false;
-  *text = ReadAll(file.get(), status.st_size, &error);
-  JoinLineEnds(text);
-  if (stamp != nullptr) *stamp = StampOf(status);
-  return true;
+  if (CheckReadable(file, &status) != 0) return;
+  stamp_ = StampOf(status);
+  handle_ = file.Release();
+}
+
+InputFile::~InputFile() {
+  if (is_open()) ::close(static_cast<int>(handle_));
+}
+
+bool InputFile::is_open() const { return handle_ >= 0; }
+
+std::size_t InputFile::Read(char* to, std::size_t size) {
+  int error = 0;
+  return ReadUpTo(static_cast<int>(handle_), to, size, &error);
 }
 
 bool ReadBytes(const std::string& path, std::string* bytes, FileStamp* stamp,
@@ -125,8 +133,8 @@ bool ReadBytes(const std::string& path, std::string* bytes, FileStamp* stamp,
 // A large page stands at a multiple of its size, so what is asked for is one larger, and what is in
 // front of that place and behind the end goes back.
 void* TakePages(std::size_t size) {
-  void* const mapped = ::mmap(nullptr, size + LargePage, PROT_READ | PROT_WRITE,
-                              MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  void* const mapped =
+      ::mmap(nullptr, size + LargePage, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
   if (mapped == MAP_FAILED) return nullptr;
   char* const begin = static_cast<char*>(mapped);
   const std::size_t surplus = reinterpret_cast<std::uintptr_t>(begin) % LargePage;

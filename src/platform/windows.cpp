@@ -11,7 +11,6 @@
 #include <ctime>
 #include <utility>
 
-#include "platform/line_ends.h"
 #include "platform/platform.h"
 #include "platform/windows_api.h"
 
@@ -52,21 +51,32 @@ std::error_code Inspect(const Handle& file, FileStamp* stamp) {
   return {};
 }
 
-// The bytes of an open file up to its end or to the `error` that ends it. Binary, since the
-// system's text mode would end at a byte 0x1A.
-std::string ReadAll(const Handle& file, std::uint64_t size_foretold, std::error_code* error) {
-  std::string bytes(static_cast<std::size_t>(size_foretold) + 1, '\0');
-  std::size_t size = 0;
-  for (;;) {
+// Reads until `size` bytes are there, the file ends or the read fails, which `error` tells. Binary,
+// since the system's text mode would end at a byte 0x1A.
+std::size_t ReadUpTo(HANDLE file, char* buffer, std::size_t size, std::error_code* error) {
+  std::size_t done = 0;
+  while (done < size) {
     DWORD got = 0;
-    const auto wanted = static_cast<DWORD>(std::min(bytes.size() - size, LargestTransfer));
-    if (::ReadFile(file.get(), &bytes[size], wanted, &got, nullptr) == 0) {
+    const auto wanted = static_cast<DWORD>(std::min(size - done, LargestTransfer));
+    if (::ReadFile(file, buffer + done, wanted, &got, nullptr) == 0) {
       if (::GetLastError() != ERROR_BROKEN_PIPE) *error = LastError();
       break;
     }
     if (got == 0) break;
-    size += got;
-    if (size == bytes.size()) bytes.resize(size + std::max(size / 2, ReadStep));
+    done += got;
+  }
+  return done;
+}
+
+// The bytes of an open file up to its end or to the `error` that ends it.
+std::string ReadAll(const Handle& file, std::uint64_t size_foretold, std::error_code* error) {
+  // One byte more than the file should have shows its end at the first attempt.
+  std::string bytes(static_cast<std::size_t>(size_foretold) + 1, '\0');
+  std::size_t size = 0;
+  for (;;) {
+    size += ReadUpTo(file.get(), &bytes[size], bytes.size() - size, error);
+    if (size < bytes.size()) break;
+    bytes.resize(bytes.size() + std::max(bytes.size() / 2, ReadStep));
   }
   bytes.resize(size);
   return bytes;
@@ -86,15 +96,20 @@ FileStamp GetStamp(const std::string& path) {
   return Inspect(file, &stamp) ? FileStamp() : stamp;
 }
 
-bool ReadFile(const std::string& path, std::string* text, FileStamp* stamp) {
-  const Handle file(path, GENERIC_READ);
-  FileStamp found;
-  std::error_code error = Inspect(file, &found);
-  if (error) return false;
-  *text = ReadAll(file, found.size, &error);
-  JoinLineEnds(text);
-  if (stamp != nullptr) *stamp = found;
-  return true;
+InputFile::InputFile(const std::string& path) : handle_(-1) {
+  Handle file(path, GENERIC_READ);
+  if (!Inspect(file, &stamp_)) handle_ = reinterpret_cast<std::intptr_t>(file.Release());
+}
+
+InputFile::~InputFile() {
+  if (is_open()) ::CloseHandle(reinterpret_cast<HANDLE>(handle_));
+}
+
+bool InputFile::is_open() const { return handle_ != -1; }
+
+std::size_t InputFile::Read(char* to, std::size_t size) {
+  std::error_code error;
+  return ReadUpTo(reinterpret_cast<HANDLE>(handle_), to, size, &error);
 }
 
 bool ReadBytes(const std::string& path, std::string* bytes, FileStamp* stamp,

@@ -11,6 +11,7 @@
 #include <windows.h>
 
 #include <string>
+#include <utility>
 
 #include "platform/platform.h"
 #include "platform/windows_names.h"
@@ -33,10 +34,11 @@ class Handle {
   bool is_open() const { return handle_ != INVALID_HANDLE_VALUE; }
   HANDLE get() const { return handle_; }
 
+  HANDLE Release() { return std::exchange(handle_, INVALID_HANDLE_VALUE); }
+
   // Whether the system has taken all.
   bool Close() {
-    const HANDLE handle = handle_;
-    handle_ = INVALID_HANDLE_VALUE;
+    const HANDLE handle = Release();
     return handle == INVALID_HANDLE_VALUE || ::CloseHandle(handle) != 0;
   }
 

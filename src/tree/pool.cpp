@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::size_t LargestHeapBlock = 256 * 1024;
 constexpr std::size_t PageBlock = Platform::LargePage;
-constexpr std::size_t WorthPages = PageBlock / 4;  // with so much to come
+constexpr std::size_t WorthPages = PageBlock / 4;  // to be filled
 
 }  // namespace
 
@@ -74,9 +74,9 @@ Pool::Block* Pool::TakeBlock(std::size_t size) {
 }
 
 void Pool::AddBlock() {
-  // What nobody has foreseen goes on to grow by half.
-  const std::size_t to_come = foreseen_ > taken_ ? foreseen_ - taken_ : (taken_ - foreseen_) / 2;
-  const bool in_pages = to_come >= WorthPages;
+  // A tree of which no more is known has half of its size to come.
+  const std::size_t total = std::max(foreseen_, taken_ + taken_ / 2);
+  const bool in_pages = total >= PageBlock && total - taken_ >= WorthPages;
   const std::size_t size = in_pages ? PageBlock : block_size_;
   free_ = reinterpret_cast<char*>(TakeBlock(size) + 1);
   free_size_ = size - sizeof(Block);

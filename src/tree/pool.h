@@ -11,8 +11,9 @@ namespace confgrove {
 // with the pool the blocks are released, without a walk over the pieces. A piece that is freed
 // earlier waits for the next of its size. Large pieces have blocks of their own.
 //
-// A new page of memory costs as much as reading a dozen sections. So a pool that will take half
-// a megabyte more takes it from the system, in large pages, and gives it back at its end.
+// A new page of memory costs as much as reading a dozen sections. So where a tree will have two
+// megabytes and more, its pool takes blocks of that size from the system, in large pages, and gives
+// them back at its end.
 class Pool {
  public:
   Pool() = default;
