@@ -7,6 +7,14 @@
 namespace confgrove {
 namespace {
 
+// The first byte from `at` on that the table has, or that it hasn't. A local pointer lets the
+// compiler keep it in a register.
+template <bool has, typename Table>
+const char* Search(const Table& table, const char* at) {
+  while (Look(table, *at) != has) ++at;
+  return at;
+}
+
 std::string_view Between(const char* begin, const char* end) {
   return {begin, static_cast<std::size_t>(end - begin)};
 }
@@ -15,9 +23,14 @@ std::string_view Between(const char* begin, const char* end) {
 
 TokenKind Lexer::Read() {
   for (;;) {
-    while (*at_ == '\t' || *at_ == ' ') ++at_;
-    const char c = *at_;
-    switch (Look(Classes.lead, c)) {
+    const char* at = at_;
+    while (*at == '\t' || *at == ' ') ++at;
+    at_ = at;
+    const char c = *at;
+    const Lead lead = Look(Classes.lead, c);
+    if (lead == Lead::Name) return ReadName();  // two branches for what comes most cost less
+    if (lead == Lead::Number) return ReadNumber();
+    switch (lead) {
       case Lead::Blank: ++at_; break;
       case Lead::LineEnd:
         if (at_ == end_) {
@@ -33,9 +46,9 @@ TokenKind Lexer::Read() {
       case Lead::Quote: return ReadString();
       case Lead::Comment: return ReadComment();
       case Lead::Single: ++at_; return static_cast<TokenKind>(c);
-      case Lead::Number: return ReadNumber();
       case Lead::Link: return ReadLink();
-      case Lead::Name: return ReadName();
+      case Lead::Number:
+      case Lead::Name: break;
       case Lead::Illegal:
         ++at_;
         ReportError("illegal char", at_ - 1);
@@ -129,7 +142,7 @@ bool Lexer::SkipSlash() {
 
 TokenKind Lexer::ReadString() {
   const char* begin = ++at_;
-  while (!Look(Classes.string_end, *at_)) ++at_;
+  at_ = Search<true>(Classes.string_end, begin);
   if (at_ == end_) return CutOff(begin - 1);
   bytes = Between(begin, at_);
   const char last = *at_++;
@@ -142,7 +155,7 @@ TokenKind Lexer::ReadString() {
 
 TokenKind Lexer::ReadComment() {
   const char* begin = ++at_;
-  while (!Look(Classes.line_end, *at_)) ++at_;
+  at_ = Search<true>(Classes.line_end, begin);
   if (at_ == end_) return CutOff(begin - 1);
   bytes = Between(begin, at_++);
   inline_comment = name_on_line_;
@@ -153,7 +166,8 @@ TokenKind Lexer::ReadComment() {
 // A name needs a byte behind it: at the end of the input it is lost. The same goes for a link.
 TokenKind Lexer::ReadName() {
   const char* begin = at_;
-  while (Look(Classes.name_byte, *at_) || (*at_ == '\0' && at_ != end_)) ++at_;
+  at_ = Search<false>(Classes.name_byte, begin);
+  while (*at_ == '\0' && at_ != end_) at_ = Search<false>(Classes.name_byte, at_ + 1);
   if (at_ == end_) return CutOff(begin);
   bytes = Between(begin, at_);
   name_on_line_ = true;

@@ -77,6 +77,15 @@ class Lexer {
     return true;
   }
 
+  // Next for a "," without a blank in front. False if something else comes next.
+  bool TakeComma() {
+    if (*at_ != ',') return false;
+    ++at_;
+    previous_kind = kind;
+    kind = TokenComma;
+    return true;
+  }
+
   // Where the current token begins and ends in the input. A byte that an error drops belongs to it;
   // the line end behind a comment doesn't.
   std::size_t Begin() const;
@@ -101,7 +110,9 @@ class Lexer {
   TokenKind ReadComment();
   TokenKind ReadName();
   TokenKind ReadLink();
-  TokenKind ReadNumber();  // number.cpp
+  TokenKind ReadNumber();  // number.cpp, with the two that follow
+  TokenKind ReadUnusualNumber();
+  void WarnOfZero();
   TokenKind CutOff(const char* begin);
   void ReportError(const char* message, const char* begin);
   bool SkipSlash();

@@ -94,6 +94,8 @@ bool IsTooLarge(std::string_view text) {
   return exponent > -place;
 }
 
+constexpr std::uint64_t ValueOf(char digit) { return static_cast<std::uint64_t>(digit - '0'); }
+
 // Reads a number of the usual form, digits with a point among them at most and a sign in front at
 // most. Null if it is of another form, or too long to be exact; else the byte behind it.
 const char* ReadUsualNumber(const char* from, double* value) {
@@ -102,27 +104,27 @@ const char* ReadUsualNumber(const char* from, double* value) {
   static_cast<void>(value);
   return nullptr;
 #else
-  constexpr double PowersOfTen[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                    1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+  static constexpr double PowersOfTen[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                           1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
   constexpr std::ptrdiff_t MostDigits = 15;  // so many fit a double without rounding
   const bool minus = *from == '-';
   const char* begin = minus ? from + 1 : from;
   const char* at = begin;
-  std::int64_t digits = 0;
-  for (; IsDigit(*at) && at - begin <= MostDigits; ++at) digits = digits * 10 + (*at - '0');
+  std::uint64_t digits = 0;  // of more than there may be it holds nothing of use
+  for (; IsDigit(*at); ++at) digits = digits * 10 + ValueOf(*at);
   std::ptrdiff_t count = at - begin;
   if (count == 0 || count > MostDigits) return nullptr;
   std::ptrdiff_t decimals = 0;
   if (*at == '.') {
     const char* point = at++;
-    for (; IsDigit(*at) && at - begin <= MostDigits + 1; ++at) digits = digits * 10 + (*at - '0');
+    for (; IsDigit(*at); ++at) digits = digits * 10 + ValueOf(*at);
     decimals = at - point - 1;
     count += decimals;
     if (count > MostDigits) return nullptr;
   }
   if (Look(Classes.number_byte, *at)) return nullptr;
   // Both are exact, so that their quotient is the double nearest to the number.
-  *value = static_cast<double>(digits) / PowersOfTen[decimals];
+  *value = static_cast<double>(static_cast<std::int64_t>(digits)) / PowersOfTen[decimals];
   if (minus) *value = -*value;
   return at;
 #endif
@@ -151,30 +153,36 @@ double ToDouble(std::string_view text) {
 
 TokenKind Lexer::ReadNumber() {
   const char* const begin = at_;
-  const auto text = [this, begin] {
-    return std::string_view(begin, static_cast<std::size_t>(at_ - begin));
-  };
-  if (const char* behind = ReadUsualNumber(at_, &number)) {
-    at_ = behind;
-    bytes = text();
-  } else {
-    NumberRules rules;
-    const char* fault = nullptr;
-    while (rules.Accept(*at_, &fault)) ++at_;
-    bytes = text();
-    if (fault != nullptr) {
-      ++at_;  // the byte at fault is dropped
-    } else if (at_ != end_) {
-      fault = rules.Missing();
-    }
-    if (fault != nullptr) ReportError(fault, begin);
-    number = ToDouble(bytes);
-  }
-  constexpr std::size_t LongestQuietZero = 3;
-  if (bytes.size() > LongestQuietZero && number == 0) {
-    listener_->ReportWarning("cannot parse number, set to zero", Offset(begin), Offset(at_));
-  }
+  const char* const behind = ReadUsualNumber(begin, &number);
+  if (behind == nullptr) return ReadUnusualNumber();
+  at_ = behind;
+  bytes = {begin, static_cast<std::size_t>(behind - begin)};
+  WarnOfZero();
   return TokenNumber;
+}
+
+TokenKind Lexer::ReadUnusualNumber() {
+  const char* const begin = at_;
+  NumberRules rules;
+  const char* fault = nullptr;
+  while (rules.Accept(*at_, &fault)) ++at_;
+  bytes = {begin, static_cast<std::size_t>(at_ - begin)};
+  if (fault != nullptr) {
+    ++at_;  // the byte at fault is dropped
+  } else if (at_ != end_) {
+    fault = rules.Missing();
+  }
+  if (fault != nullptr) ReportError(fault, begin);
+  number = ToDouble(bytes);
+  WarnOfZero();
+  return TokenNumber;
+}
+
+// A zero of more than a few bytes may be meant for something else.
+void Lexer::WarnOfZero() {
+  constexpr std::size_t LongestQuietZero = 3;
+  if (number != 0 || bytes.size() <= LongestQuietZero) return;
+  listener_->ReportWarning("cannot parse number, set to zero", Offset(bytes.data()), Offset(at_));
 }
 
 }  // namespace confgrove

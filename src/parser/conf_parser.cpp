@@ -128,7 +128,7 @@ void ConfParser::ParseArray(RealSection* target) {
   while (lexer_.Next() != TokenCloseArray) {
     if (lexer_.kind == TokenNumber) {
       array_.push_back(lexer_.number);
-      comma = false;
+      comma = lexer_.TakeComma();
     } else if (lexer_.kind == TokenComma) {
       comma = true;
     } else if (lexer_.kind == TokenEnd) {

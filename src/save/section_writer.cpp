@@ -105,7 +105,8 @@ class CommentColumn {
 
 void WriteSection(const RealSection& section, std::int32_t depth, CommentColumn* column,
                   TextBuffer* out, SaveWarnings* warnings) {
-  if (!section.HasBlock() && section.type == SectionType::None) {
+  const bool has_block = section.HasBlock();
+  if (!has_block && section.type == SectionType::None) {
     warnings->Add("[%s] - trying to save blank section without property. skipped\n",
                   section.name());
     return;
@@ -124,7 +125,7 @@ void WriteSection(const RealSection& section, std::int32_t depth, CommentColumn*
     out->Append(section.inline_comment().view());
   }
   out->Append('\n');
-  if (section.HasBlock()) {
+  if (has_block) {
     WriteTabs(depth, out);
     out->Append("{\n");
     AfterSection = false;

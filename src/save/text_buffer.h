@@ -16,7 +16,7 @@ namespace confgrove {
 // there, so that a lack of memory costs no file.
 class TextBuffer {
  public:
-  TextBuffer() : bytes_(new char[Size]), at_(bytes_.get()) {}
+  TextBuffer() : bytes_(new char[Size]), at_(bytes_.get()), end_(at_ + Size) {}
 
   // From here on the text goes to `file`, which outlives the last Flush.
   void SendTo(Platform::OutputFile* file) { file_ = file; }
@@ -63,10 +63,11 @@ class TextBuffer {
  private:
   static constexpr std::size_t Size = 64 * 1024;
 
-  std::size_t Room() const { return Size - static_cast<std::size_t>(at_ - bytes_.get()); }
+  std::size_t Room() const { return static_cast<std::size_t>(end_ - at_); }
 
   std::unique_ptr<char[]> bytes_;         // Size of them
   char* at_;                              // where the next one goes
+  char* const end_;                       // of `bytes_`
   Platform::OutputFile* file_ = nullptr;  // not owned
 };
 

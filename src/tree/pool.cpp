@@ -30,22 +30,6 @@ Pool::~Pool() {
   }
 }
 
-void* Pool::Allocate(std::size_t size) {
-  size = Capacity(size);
-  if (size > LargestSmall) return AllocateLarge(size);
-  Piece*& freed = freed_[size / Unit];
-  if (freed != nullptr) {
-    Piece* piece = freed;
-    freed = piece->next;
-    return piece;
-  }
-  if (size > free_size_) AddBlock();
-  void* piece = free_;
-  free_ += size;
-  free_size_ -= size;
-  return piece;
-}
-
 void Pool::Free(void* piece, std::size_t size) {
   size = Capacity(size);
   if (size == 0) return;

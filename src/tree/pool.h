@@ -26,7 +26,21 @@ class Pool {
 
   // Memory for `size` bytes, aligned for pointers and doubles. Throws std::bad_alloc. What stands
   // in it gets no destructor call from the pool.
-  void* Allocate(std::size_t size);
+  void* Allocate(std::size_t size) {
+    size = Capacity(size);
+    if (size > LargestSmall) return AllocateLarge(size);
+    Piece*& freed = freed_[size / Unit];
+    if (freed != nullptr) {
+      Piece* piece = freed;
+      freed = piece->next;
+      return piece;
+    }
+    if (size > free_size_) AddBlock();
+    void* piece = free_;
+    free_ += size;
+    free_size_ -= size;
+    return piece;
+  }
 
   // Takes back what Allocate gave for the same size.
   void Free(void* piece, std::size_t size);
