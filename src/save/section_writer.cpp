@@ -92,10 +92,9 @@ class CommentColumn {
 
  private:
   void Measure() {
-    const std::int32_t count = parent_.child_count();
     width_ = 0;
-    for (std::int32_t i = 0; i < count; ++i) {
-      width_ = std::max(width_, MeasureSection(*parent_.children->at(i)));
+    for (const RealSection* child : *parent_.children) {
+      width_ = std::max(width_, MeasureSection(*child));
     }
   }
 
@@ -163,10 +162,10 @@ void WriteComment(const char* comment, std::int32_t depth, TextBuffer* out) {
 
 void WriteSiblings(const RealSection& parent, std::int32_t depth, TextBuffer* out,
                    SaveWarnings* warnings) {
-  const std::int32_t count = parent.child_count();
+  if (parent.children == nullptr) return;
   CommentColumn column(parent);
-  for (std::int32_t i = 0; i < count; ++i) {
-    WriteSection(*parent.children->at(i), depth, &column, out, warnings);
+  for (const RealSection* child : *parent.children) {
+    WriteSection(*child, depth, &column, out, warnings);
   }
 }
 

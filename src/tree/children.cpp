@@ -89,14 +89,15 @@ std::uint32_t Tag(std::string_view name) {
 
 }  // namespace
 
-RealSection* Children::Find(std::string_view name) const {
-  if (slots_ == nullptr) {
-    const std::uint32_t tag = Tag(name);
-    for (std::int32_t i = 0; i < size_; ++i) {
-      if (tags()[i] == tag && at(i)->name() == name) return at(i);
-    }
-    return nullptr;
+RealSection* Children::FindAmongFew(std::string_view name) const {
+  const std::uint32_t tag = Tag(name);
+  for (std::int32_t i = 0; i < size_; ++i) {
+    if (tags()[i] == tag && at(i)->name() == name) return at(i);
   }
+  return nullptr;
+}
+
+RealSection* Children::FindInTable(std::string_view name) const {
   std::uint32_t slot = Hash(name) & Mask();
   while (slots_[slot] != nullptr && slots_[slot]->name() != name) slot = (slot + 1) & Mask();
   return slots_[slot];
@@ -146,8 +147,9 @@ void Children::Rename(std::int32_t index, std::string_view name) {
 void Children::Trim() {
   if (size_ == capacity_ || !Pool::CanTrim(SizeWith(capacity_))) return;
   const std::size_t size = SizeWith(capacity_);
-  std::copy_n(tags(), size_, reinterpret_cast<std::uint32_t*>(sections() + size_));
+  RealSection** const from = sections();
   capacity_ = size_;
+  std::copy_n(from, size_, sections());
   pool_->Trim(this, size, SizeWith(capacity_));
 }
 

@@ -14,8 +14,8 @@ class RealSection;
 // The sections of one block, of which it keeps `index`: 0 to size() - 1, in order of creation. A
 // few names are found by looking at all of them, more through a hash table with linear probing.
 // Keys of the hash are drawn anew in each process, so that no file can be made whose names collide.
-// It lies in the pool of the tree with the sections and then their tags right behind it, where a
-// look-up reads them.
+// It lies in the pool of the tree with the tags of the names and the sections right behind it,
+// where a look-up reads them.
 class Children {
  public:
   // Adds `child` behind the others of `*list`, which is made if it is null, and may move. No child
@@ -27,9 +27,15 @@ class Children {
 
   std::int32_t size() const { return size_; }
 
+  // All of them, by index.
+  RealSection* const* begin() const { return sections(); }
+  RealSection* const* end() const { return sections() + size_; }
+
   // The child with that index, which must exist, or with that name; null if no child has it.
   RealSection* at(std::int32_t index) const { return sections()[index]; }
-  RealSection* Find(std::string_view name) const;
+  RealSection* Find(std::string_view name) const {
+    return slots_ == nullptr ? FindAmongFew(name) : FindInTable(name);
+  }
 
   // Takes the child with that index out; later ones move up.
   RealSection* Remove(std::int32_t index);
@@ -46,21 +52,26 @@ class Children {
  private:
   Children(Pool* tree_pool, std::int32_t capacity) : pool_(tree_pool), capacity_(capacity) {}
 
+  static std::size_t TagBytes(std::int32_t capacity) {  // whole pointers
+    return (static_cast<std::size_t>(capacity) + 1) / 2 * (2 * sizeof(std::uint32_t));
+  }
   static std::size_t SizeWith(std::int32_t capacity) {
-    return sizeof(Children) +
-           static_cast<std::size_t>(capacity) * (sizeof(RealSection*) + sizeof(std::uint32_t));
+    return sizeof(Children) + TagBytes(capacity) +
+           static_cast<std::size_t>(capacity) * sizeof(RealSection*);
   }
 
   // By index. A look at the tag spares most looks at the section: it is the hash of the name if
   // there is a table, and else less than that.
-  RealSection** sections() { return reinterpret_cast<RealSection**>(this + 1); }
-  RealSection* const* sections() const { return reinterpret_cast<RealSection* const*>(this + 1); }
-  std::uint32_t* tags() { return reinterpret_cast<std::uint32_t*>(sections() + capacity_); }
-  const std::uint32_t* tags() const {
-    return reinterpret_cast<const std::uint32_t*>(sections() + capacity_);
+  std::uint32_t* tags() { return reinterpret_cast<std::uint32_t*>(this + 1); }
+  const std::uint32_t* tags() const { return reinterpret_cast<const std::uint32_t*>(this + 1); }
+  RealSection** sections() {
+    return reinterpret_cast<RealSection**>(reinterpret_cast<char*>(this + 1) + TagBytes(capacity_));
   }
+  RealSection* const* sections() const { return const_cast<Children*>(this)->sections(); }
 
   std::uint32_t Mask() const { return slot_count_ - 1; }
+  RealSection* FindAmongFew(std::string_view name) const;
+  RealSection* FindInTable(std::string_view name) const;
   Children* MoveToLarger();
   void ReserveSlot();
   void PutSlot(std::int32_t index);

@@ -21,14 +21,17 @@ std::int32_t ToInt(double number) {
 // comes up that is on LinkTrail; the trail then stays as it is, for the reads that follow.
 RealSection* RealSection::FindTarget(const char* path) {
   assert(path != nullptr);
-  RealSection* found = FindSection(path);
-  RealSection* top = nullptr;
-  LinkTrail::Mark trail = 0;
+  RealSection* const found = FindSection(path);
+  if (found == nullptr) return nullptr;
+  if (found->type == SectionType::Link) return FollowLinks(found);
+  LinkTrail::Clear();
+  return found;
+}
+
+RealSection* RealSection::FollowLinks(RealSection* found) {
+  RealSection* const top = Top();
+  const LinkTrail::Mark trail = LinkTrail::Current();  // a handler that reads may end it
   while (found != nullptr && found->type == SectionType::Link) {
-    if (top == nullptr) {
-      top = Top();
-      trail = LinkTrail::Current();  // a handler that reads may end it
-    }
     if (*found->link_trail_mark() == trail) return nullptr;
     LinkTrail::Append(found->link_trail_mark(), trail);
     try {

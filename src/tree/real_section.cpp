@@ -147,6 +147,10 @@ void RealSection::AssignText(SectionType text_type, std::string_view new_text) {
 }
 
 void RealSection::AssignNumbers(const double* values, std::size_t count) {
+  if (Held() == Holding::Number && count == 1) {  // as a rule
+    value_.ReplaceNumber(*values);
+    return;
+  }
   Pool& pool = TreePool();
   if (type == SectionType::Number || text().empty()) {
     value_.AssignNumbers(Held(), values, count, pool);
@@ -169,7 +173,7 @@ void RealSection::Release(Pool& pool) {
     pool.Free(extras_, sizeof *extras_);
   }
   if (children != nullptr) {
-    for (std::int32_t i = 0; i < children->size(); ++i) children->at(i)->Release(pool);
+    for (RealSection* child : *children) child->Release(pool);
     children->Release();
   }
   pool.Free(this, SizeWithName(name_size_));

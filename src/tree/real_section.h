@@ -173,6 +173,7 @@ class RealSection : public virtual Section {
   RealSection* BeginSet(const char* path);
   bool RemoveChild(std::string_view child_name);
   RealSection* FindTarget(const char* path);
+  RealSection* FollowLinks(RealSection* found);
   RealSection* FindByIndex(const char* path, std::int32_t child_index);
 
   bool is_array_ : 1;  // a Number is

@@ -38,6 +38,9 @@ class Value {
     new (&text_) PoolText(made);
   }
 
+  // Of a number.
+  void ReplaceNumber(double number) { number_ = number; }
+
   // Makes it copies of `count` numbers, an array if there is more than one. Hands over the text
   // that it was, if it was one. Unchanged if there is no memory.
   PoolText AssignNumbers(Holding was, const double* from, std::size_t count, Pool& pool) {
