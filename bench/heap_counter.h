@@ -1,4 +1,5 @@
-// Counts what the whole process takes from the heap, whoever asks for it: C, C++, any library.
+// Counts what the whole process takes from the heap, whoever asks for it: C, C++, any library. And
+// what is mapped around the heap, page by page.
 #ifndef CONFGROVE_BENCH_HEAP_COUNTER_H
 #define CONFGROVE_BENCH_HEAP_COUNTER_H
 
