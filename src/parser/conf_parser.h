@@ -26,6 +26,9 @@ class ConfParser final : private LexerListener {
   // What is read is `input`, with a NUL behind it, and then what a `source` has, null for none.
   ConfParser(std::string_view input, TextSource* source, RootSection* root, std::int32_t depth,
              Load* load, Record* record);
+  ConfParser(const ConfParser&) = delete;
+  ConfParser& operator=(const ConfParser&) = delete;
+  virtual ~ConfParser() = default;
 
   // Reads all statements. The tree is sound if no error was counted in the load by then.
   void Parse();

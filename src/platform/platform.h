@@ -56,7 +56,7 @@ class InputFile {
   std::size_t Read(char* to, std::size_t size);
 
  private:
-  std::intptr_t handle_;  // the system's
+  std::intptr_t handle_ = -1;  // the system's
   FileStamp stamp_;
 };
 

@@ -97,7 +97,7 @@ FileStamp GetStamp(const std::string& path) {
   return ::stat(ForSystem(path).c_str(), &status) == 0 ? StampOf(status) : FileStamp();
 }
 
-InputFile::InputFile(const std::string& path) : handle_(-1) {
+InputFile::InputFile(const std::string& path) {
   Descriptor file(path, O_RDONLY | O_CLOEXEC);
   struct stat status {};
   if (CheckReadable(file, &status) != 0) return;

@@ -96,7 +96,7 @@ FileStamp GetStamp(const std::string& path) {
   return Inspect(file, &stamp) ? FileStamp() : stamp;
 }
 
-InputFile::InputFile(const std::string& path) : handle_(-1) {
+InputFile::InputFile(const std::string& path) {
   Handle file(path, GENERIC_READ);
   if (!Inspect(file, &stamp_)) handle_ = reinterpret_cast<std::intptr_t>(file.Release());
 }

@@ -52,11 +52,12 @@ class Children {
  private:
   Children(Pool* tree_pool, std::int32_t capacity) : pool_(tree_pool), capacity_(capacity) {}
 
-  static std::size_t TagBytes(std::int32_t capacity) {  // whole pointers
-    return (static_cast<std::size_t>(capacity) + 1) / 2 * (2 * sizeof(std::uint32_t));
+  // So many tags have room: an even number, so that what follows is aligned for pointers.
+  static std::size_t TagCount(std::int32_t capacity) {
+    return (static_cast<std::size_t>(capacity) + 1) / 2 * 2;
   }
   static std::size_t SizeWith(std::int32_t capacity) {
-    return sizeof(Children) + TagBytes(capacity) +
+    return sizeof(Children) + TagCount(capacity) * sizeof(std::uint32_t) +
            static_cast<std::size_t>(capacity) * sizeof(RealSection*);
   }
 
@@ -64,10 +65,10 @@ class Children {
   // there is a table, and else less than that.
   std::uint32_t* tags() { return reinterpret_cast<std::uint32_t*>(this + 1); }
   const std::uint32_t* tags() const { return reinterpret_cast<const std::uint32_t*>(this + 1); }
-  RealSection** sections() {
-    return reinterpret_cast<RealSection**>(reinterpret_cast<char*>(this + 1) + TagBytes(capacity_));
+  RealSection** sections() { return reinterpret_cast<RealSection**>(tags() + TagCount(capacity_)); }
+  RealSection* const* sections() const {
+    return reinterpret_cast<RealSection* const*>(tags() + TagCount(capacity_));
   }
-  RealSection* const* sections() const { return const_cast<Children*>(this)->sections(); }
 
   std::uint32_t Mask() const { return slot_count_ - 1; }
   RealSection* FindAmongFew(std::string_view name) const;
@@ -79,10 +80,10 @@ class Children {
 
   Pool* pool_;  // not owned
   std::int32_t size_ = 0;
-  std::int32_t capacity_;  // for so many entries there is room
+  std::int32_t capacity_;  // for so many sections there is room
 
   // The table: a power of two of slots, at most half of them filled. None while there are few
-  // entries; once made it stays.
+  // sections; once made it stays.
   RealSection** slots_ = nullptr;
   std::uint32_t slot_count_ = 0;
 };
