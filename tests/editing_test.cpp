@@ -104,3 +104,24 @@ TEST(Editing, IndexesStayDense) {
     ASSERT_EQ(block->GetSectionCount(""), static_cast<int>(model.size()));
   }
 }
+
+// Short names stand beside their section, in what room there is, and others elsewhere.
+TEST(Editing, NamesOfAnyLength) {
+  for (const int siblings : {0, 20}) {
+    const ConfigPtr c = Open("t", ConfCreateNew);
+    for (int i = 0; i < siblings; ++i) c->SetInt(i, ("n" + std::to_string(i)).c_str());
+    std::string name(70000, 'x');
+    EXPECT_TRUE(c->SetInt(7, name.c_str()));
+    for (const int length : {1, 7, 8, 65535, 65536, 3}) {
+      const std::string made(length, 'y'), renamed(length, 'x');
+      EXPECT_TRUE(c->SetInt(length, made.c_str()) && c->SetName(renamed.c_str(), name.c_str()));
+      EXPECT_EQ(c->GetSection(name.c_str()), nullptr);
+      EXPECT_EQ(c->GetName("", siblings), renamed);
+      std::int32_t values[] = {0, 0};
+      EXPECT_TRUE(c->GetInt(&values[0], made.c_str()) && c->GetInt(&values[1], renamed.c_str()));
+      EXPECT_TRUE(values[0] == length && values[1] == 7);
+      EXPECT_TRUE(c->SetName(name.c_str(), made.c_str()) && c->RemoveSection(name.c_str()));
+      name = renamed;
+    }
+  }
+}
