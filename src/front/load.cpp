@@ -1,7 +1,6 @@
 // Reading one file, for ConfCreate and for each $import.
 #include "parser/load.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -75,8 +74,7 @@ std::unique_ptr<RootSection> ParseFile(Load* load, const std::string& name, cons
   recorded.path = ComposeFullPath(ComposeFileName(name));
   recorded.label = FileLabel(name);
   recorded.found = true;
-  constexpr std::size_t MostAtFirst = 1 << 18;
-  recorded.record.pieces.reserve(std::min(text.size() / 4, MostAtFirst));
+  recorded.record.ReserveFor(text.size());
   auto root = Parse(load, name, input, &recorded.record, read_only, depth);
   if (load->records) recorded.text = text;
   return root;

@@ -95,11 +95,6 @@ std::size_t Lexer::End() const {
   return kind == TokenComment ? Offset(bytes.data()) + bytes.size() : Offset(at_);
 }
 
-std::int32_t Lexer::BeginLine() const {
-  const bool counted = kind == TokenComment || (kind == TokenString && at_[-1] != '"');
-  return counted ? line - 1 : line;
-}
-
 // What was read since `begin` is at fault.
 void Lexer::ReportError(const char* message, const char* begin) {
   listener_->ReportError(message, Offset(begin), Offset(at_));
@@ -107,16 +102,15 @@ void Lexer::ReportError(const char* message, const char* begin) {
 
 // The input ends in a token, which is lost.
 TokenKind Lexer::CutOff(const char* begin) {
-  listener_->PassOver(Passed::CutOff, line, Offset(begin), Offset(end_));
+  listener_->PassOver(Passed::CutOff, Offset(begin), Offset(end_));
   return TokenEnd;
 }
 
 // Skips a block comment, or a slash with the byte behind it. False if the input ends there.
 bool Lexer::SkipSlash() {
   const std::size_t begin = Offset(at_);
-  const std::int32_t begin_line = line;
-  const auto pass_over = [this, begin, begin_line](Passed what) {
-    listener_->PassOver(what, begin_line, begin, Offset(at_));
+  const auto pass_over = [this, begin](Passed what) {
+    listener_->PassOver(what, begin, Offset(at_));
   };
   if (++at_ == end_) {
     pass_over(Passed::Slash);

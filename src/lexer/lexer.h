@@ -37,12 +37,12 @@ enum class Passed : std::uint8_t {
 };
 
 // Hears of what stands between tokens and of what is wrong with them, while a token is being read.
-// Places are offsets in the input, `line` is that of the beginning.
+// Places are offsets in the input.
 class LexerListener {
  public:
   virtual void ReportError(const char* message, std::size_t begin, std::size_t end) = 0;
   virtual void ReportWarning(const char* message, std::size_t begin, std::size_t end) = 0;
-  virtual void PassOver(Passed what, std::int32_t line, std::size_t begin, std::size_t end) = 0;
+  virtual void PassOver(Passed what, std::size_t begin, std::size_t end) = 0;
 
  protected:
   ~LexerListener() = default;
@@ -90,7 +90,6 @@ class Lexer {
   // the line end behind a comment doesn't.
   std::size_t Begin() const;
   std::size_t End() const;
-  std::int32_t BeginLine() const;
 
   // Whether the current token, a '}', is an illegal byte.
   bool IsIllegal() const { return at_[-1] != '}'; }

@@ -250,8 +250,8 @@ void ConfParser::ReportWarning(const char* message, std::size_t begin, std::size
   }
 }
 
-void ConfParser::PassOver(Passed what, std::int32_t line, std::size_t begin, std::size_t end) {
-  if (recorder_) recorder_->PassOver(what, line, begin, end);
+void ConfParser::PassOver(Passed what, std::size_t begin, std::size_t end) {
+  if (recorder_) recorder_->PassOver(what, begin, end);
 }
 
 }  // namespace confgrove

@@ -62,7 +62,7 @@ class ConfParser final : private LexerListener {
   void Warning(const char* message);
   void ReportError(const char* message, std::size_t begin, std::size_t end) override;
   void ReportWarning(const char* message, std::size_t begin, std::size_t end) override;
-  void PassOver(Passed what, std::int32_t line, std::size_t begin, std::size_t end) override;
+  void PassOver(Passed what, std::size_t begin, std::size_t end) override;
 
   Lexer lexer_;
   std::string pending_comment_;  // waits for the next section; each line ends in LF

@@ -4,12 +4,13 @@
 namespace confgrove {
 
 void Recorder::Add(PieceKind kind, std::int32_t section) {
-  record_.pieces.push_back({kind, section, lexer_.BeginLine(), lexer_.Begin(), lexer_.End()});
+  record_.pieces.push_back({lexer_.Begin(), lexer_.End(), section, kind});
 }
 
 void Recorder::Name() {
-  const std::int32_t section = ++record_.section_count;
+  const std::int32_t section = record_.section_count() + 1;
   open_.back().last = section;
+  record_.sections.push_back({open_.back().section, section + 1, NextPlace(), 0, 0, 0});
   for (const std::size_t place : pending_) {
     record_.pieces[place].kind = PieceKind::CommentAbove;
     record_.pieces[place].section = section;
@@ -25,11 +26,23 @@ void Recorder::PendingComment() {
 
 void Recorder::OpenBody() {
   const std::int32_t section = open_.back().last;
+  Section(section).open_body = NextPlace();
   Add(PieceKind::OpenBody, section);
   open_.push_back({section, 0});
 }
 
-void Recorder::CloseBody() { Add(PieceKind::CloseBody, open_.back().section); }
+void Recorder::CloseBody() {
+  const std::int32_t section = open_.back().section;
+  Section(section).close_body = NextPlace();
+  Section(section).subtree_end = record_.section_count() + 1;
+  Add(PieceKind::CloseBody, section);
+}
+
+void Recorder::InlineComment() {
+  const std::int32_t section = open_.back().last;
+  Section(section).inline_comment = NextPlace();
+  Add(PieceKind::InlineComment, section);
+}
 
 void Recorder::BeginValue() {
   begun_ = record_.pieces.size();
@@ -39,6 +52,7 @@ void Recorder::BeginValue() {
 void Recorder::EndValue() {
   Piece& value = record_.pieces[begun_];
   value.end = lexer_.End();
+  record_.nests = record_.nests || record_.pieces.size() > begun_ + 1;
   if (value.begin == value.end) record_.pieces.pop_back();  // the file ends where a value should be
 }
 
@@ -49,6 +63,7 @@ void Recorder::BeginImport() {
 
 void Recorder::EndImport(bool carried_out) {
   record_.pieces[begun_].end = lexer_.End();
+  record_.nests = record_.nests || record_.pieces.size() > begun_ + 1;
   if (!carried_out) {
     record_.pieces[begun_].kind = PieceKind::PassedOver;
     return;
@@ -64,7 +79,7 @@ void Recorder::Stop() {
   if (!stopped()) record_.read_end = lexer_.End();
 }
 
-void Recorder::PassOver(Passed what, std::int32_t line, std::size_t begin, std::size_t end) {
+void Recorder::PassOver(Passed what, std::size_t begin, std::size_t end) {
   const auto kind_of = [what] {
     switch (what) {
       case Passed::BlockComment: return PieceKind::BlockComment;
@@ -74,7 +89,7 @@ void Recorder::PassOver(Passed what, std::int32_t line, std::size_t begin, std::
     }
     return PieceKind::CutOff;
   };
-  record_.pieces.push_back({kind_of(), 0, line, begin, end});
+  record_.pieces.push_back({begin, end, 0, kind_of()});
 }
 
 void Recorder::AddFault(bool is_error, const char* message, std::size_t begin, std::size_t end) {

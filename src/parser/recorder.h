@@ -20,7 +20,7 @@ class Recorder {
   // The current token is this.
   void Name();
   void Assign() { Add(PieceKind::Assign, open_.back().last); }
-  void InlineComment() { Add(PieceKind::InlineComment, open_.back().last); }
+  void InlineComment();
   void PendingComment();
   void OpenBody();
   void CloseBody();
@@ -43,7 +43,7 @@ class Recorder {
   void Stop();
   bool stopped() const { return record_.read_end != std::string::npos; }
 
-  void PassOver(Passed what, std::int32_t line, std::size_t begin, std::size_t end);
+  void PassOver(Passed what, std::size_t begin, std::size_t end);
   void AddFault(bool is_error, const char* message, std::size_t begin, std::size_t end);
 
  private:
@@ -53,6 +53,10 @@ class Recorder {
   };
 
   void Add(PieceKind kind, std::int32_t section);
+  std::uint32_t NextPlace() const { return static_cast<std::uint32_t>(record_.pieces.size()); }
+  SectionPieces& Section(std::int32_t section) {
+    return record_.sections[static_cast<std::size_t>(section)];
+  }
 
   const Lexer& lexer_;
   Record& record_;

@@ -109,7 +109,7 @@ class NewSections {
 };
 
 Style NewSections::StyleHere(std::int32_t anchor) const {
-  Style style = editing_.style;
+  Style style = editing_.style();
   if (block_ != 0) style.brace_on_line = StyleLike(file_, block_, style).brace_on_line;
   if (anchor == 0) return style;
   const std::string comma = style.comma;

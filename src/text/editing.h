@@ -2,6 +2,7 @@
 #ifndef CONFGROVE_TEXT_EDITING_H
 #define CONFGROVE_TEXT_EDITING_H
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,17 +14,30 @@
 
 namespace confgrove {
 
-struct Editing {
+class Editing {
+ public:
+  // Both outlive it.
+  Editing(const FileText& text_file, const std::vector<const RealSection*>& all_displaced)
+      : file(text_file), displaced(all_displaced) {}
+
+  // The style of the file, which few changes ask for.
+  const Style& style() {
+    if (!style_) style_ = StyleOf(file);
+    return *style_;
+  }
+
   // Notes why `section` can't be written, unless there is a reason already. A null reason is none.
   void Refuse(const RealSection& section, const char* reason);
 
   const FileText& file;
-  const Style style;
 
   // Sections whose inline comment stands behind their body and can't stay there.
   const std::vector<const RealSection*>& displaced;
   Splices splices;
   Obstacle obstacle;
+
+ private:
+  std::optional<Style> style_;
 };
 
 // Notes what can't be written of a section that is new in the file, or of one below it.

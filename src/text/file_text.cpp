@@ -39,51 +39,40 @@ FileText::FileText(const std::string& all_bytes, const FileOrigin& origin)
   record = std::move(load.recorded.front().record);
   FindEnds();
   if (root_ == nullptr) return;
-  places_.resize(Index(record.section_count) + 1);
-  PlaceSections();
-  NumberTree();
+  record.sections.front().subtree_end = record.section_count() + 1;
+  nodes_.resize(record.sections.size());
+  nodes_.front() = root_.get();
+  if (!root_->imports.empty()) FindImports();
 }
 
 // A piece that another one holds ends in front of it.
 void FileText::FindEnds() {
-  const auto& pieces = record.pieces;
-  const auto ends_later = [](const Piece& a, const Piece& b) { return a.end > b.end; };
-  if (std::adjacent_find(pieces.begin(), pieces.end(), ends_later) == pieces.end()) return;
-  ends_.reserve(pieces.size());
+  if (!record.nests) return;
+  ends_.reserve(record.pieces.size());
   std::size_t end = 0;
-  for (const Piece& piece : pieces) ends_.push_back(end = std::max(end, piece.end));
+  for (const Piece& piece : record.pieces) ends_.push_back(end = std::max(end, piece.end));
 }
 
-void FileText::PlaceSections() {
+void FileText::FindImports() {
   for (std::size_t i = 0; i < record.pieces.size(); ++i) {
-    const Piece& piece = record.pieces[i];
-    Placed& here = places_[Index(piece.section)];
-    switch (piece.kind) {
-      case PieceKind::Name: here.name_piece = static_cast<std::uint32_t>(i); break;
-      case PieceKind::InlineComment: here.inline_piece = static_cast<std::uint32_t>(i); break;
-      case PieceKind::OpenBody: here.open_piece = static_cast<std::uint32_t>(i); break;
-      case PieceKind::CloseBody: here.close_piece = static_cast<std::uint32_t>(i); break;
-      case PieceKind::Import:
-        ++import_count;
-        last_import = i;
-        break;
-      default: break;
-    }
+    if (record.pieces[i].kind != PieceKind::Import) continue;
+    ++import_count;
+    last_import = i;
   }
 }
 
 // What belongs to a section follows its name, up to the body, and then its last '}'.
 SectionText FileText::At(std::int32_t number) const {
-  const Placed& place = places_[Index(number)];
+  const SectionPieces& place = record.sections[Index(number)];
   SectionText here;
-  here.section = place.section;
+  here.section = &Node(number);
   here.parent = place.parent;
-  here.name_piece = place.name_piece;
+  here.name_piece = place.name;
   if (number == 0) return here;
   const auto& pieces = record.pieces;
-  here.name = SpanOf(pieces[place.name_piece]);
-  if (place.inline_piece != 0) here.inline_comment = SpanOf(pieces[place.inline_piece]);
-  for (std::size_t i = place.name_piece + 1; i < pieces.size(); ++i) {
+  here.name = SpanOf(pieces[place.name]);
+  if (place.inline_comment != 0) here.inline_comment = SpanOf(pieces[place.inline_comment]);
+  for (std::size_t i = here.name_piece + 1; i < pieces.size(); ++i) {
     const PieceKind kind = pieces[i].kind;
     if (kind == PieceKind::Name || kind == PieceKind::CloseBody) break;
     if (pieces[i].section != number) continue;
@@ -94,35 +83,28 @@ SectionText FileText::At(std::int32_t number) const {
       break;
     }
   }
-  if (place.close_piece == 0) return here;
-  here.close = SpanOf(pieces[place.close_piece]);
-  here.open = SpanOf(pieces[place.open_piece]);
+  if (place.close_body == 0) return here;
+  here.close = SpanOf(pieces[place.close_body]);
+  here.open = SpanOf(pieces[place.open_body]);
   return here;
 }
 
 // The sections of a tree from its top down are in the order of their names in the file.
-void FileText::NumberTree() {
-  struct Open {
-    const RealSection* section;
-    std::int32_t number;
-    std::int32_t next_child;
-  };
-  places_[0].section = root_.get();
-  std::vector<Open> open{{root_.get(), 0, 0}};
-  std::int32_t next = 1;
-  while (!open.empty()) {
-    Open& here = open.back();
-    if (here.next_child == here.section->child_count()) {
-      places_[Index(here.number)].subtree_end = next;
-      open.pop_back();
-      continue;
-    }
-    RealSection* const child = here.section->children->at(here.next_child++);
-    places_[Index(next)].section = child;
-    places_[Index(next)].parent = here.number;
-    open.push_back({child, next, 0});
-    ++next;
+const RealSection& FileText::Node(std::int32_t number) const {
+  if (nodes_[Index(number)] != nullptr) return *nodes_[Index(number)];
+  std::vector<std::int32_t> blocks;
+  for (std::int32_t at = number; nodes_[Index(at)] == nullptr;
+       at = record.sections[Index(at)].parent) {
+    blocks.push_back(record.sections[Index(at)].parent);
   }
+  for (auto block = blocks.rbegin(); block != blocks.rend(); ++block) {
+    const Children& children = *nodes_[Index(*block)]->children;
+    std::int32_t index = 0;
+    for (std::int32_t child = FirstChild(*block); child != 0; child = NextSibling(child)) {
+      nodes_[Index(child)] = children.at(index++);
+    }
+  }
+  return *nodes_[Index(number)];
 }
 
 const Fault* FileText::FirstError() const {
@@ -132,12 +114,8 @@ const Fault* FileText::FirstError() const {
 }
 
 std::string FileText::NameOf(std::int32_t number) const {
-  for (const Piece& piece : record.pieces) {
-    if (piece.kind == PieceKind::Name && piece.section == number) {
-      return std::string(Bytes(SpanOf(piece)));
-    }
-  }
-  return {};
+  if (number == 0) return {};
+  return std::string(Bytes(SpanOf(record.pieces[record.sections[Index(number)].name])));
 }
 
 std::size_t FileText::FirstDirectComment(std::size_t piece) const {

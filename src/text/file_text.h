@@ -62,18 +62,20 @@ class FileText {
 
   // The first child of a section, and the sibling behind one; 0 if there is none.
   std::int32_t FirstChild(std::int32_t number) const {
-    return number + 1 < places_[Index(number)].subtree_end ? number + 1 : 0;
+    return number + 1 < NextNumber(number) ? number + 1 : 0;
   }
   std::int32_t NextSibling(std::int32_t number) const {
-    const Placed& here = places_[Index(number)];
-    return here.subtree_end < places_[Index(here.parent)].subtree_end ? here.subtree_end : 0;
+    const SectionPieces& here = record.sections[Index(number)];
+    return here.subtree_end < NextNumber(here.parent) ? here.subtree_end : 0;
   }
 
   // The first number behind a section and all below it.
-  std::int32_t NextNumber(std::int32_t number) const { return places_[Index(number)].subtree_end; }
+  std::int32_t NextNumber(std::int32_t number) const {
+    return record.sections[Index(number)].subtree_end;
+  }
 
   // The section in the tree of the file.
-  const RealSection& Node(std::int32_t number) const { return *places_[Index(number)].section; }
+  const RealSection& Node(std::int32_t number) const;
 
   SectionText At(std::int32_t number) const;
 
@@ -128,24 +130,15 @@ class FileText {
 
  private:
   static std::size_t Index(std::int32_t number) { return static_cast<std::size_t>(number); }
-  // There is one for each section: spans are looked up when they are asked for.
-  struct Placed {
-    const RealSection* section = nullptr;
-    std::int32_t parent = 0;
-    std::int32_t subtree_end = 0;  // the first number behind those of the sections below
-    std::uint32_t name_piece = 0;
-    std::uint32_t inline_piece = 0;  // 0: none
-    std::uint32_t open_piece = 0;    // of the last body
-    std::uint32_t close_piece = 0;   // 0: it has no body
-  };
 
   void FindEnds();
-  void PlaceSections();
-  void NumberTree();
+  void FindImports();
 
   std::string joined_;  // the text, if some lines end in CR LF
   std::unique_ptr<RootSection> root_;
-  std::vector<Placed> places_;  // by number
+
+  // By number; those of a block are found when one of them is asked for.
+  mutable std::vector<const RealSection*> nodes_;
   std::vector<std::size_t>
       ends_;  // the furthest end of the pieces up to each; none if it's its own
 };

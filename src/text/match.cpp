@@ -1,13 +1,10 @@
 // Which sections of a file are which of a tree.
 #include "text/match.h"
 
-#include <algorithm>
-#include <cmath>
+#include <cstring>
 
 namespace confgrove {
 namespace {
-
-bool SameNumber(double a, double b) { return a == b && std::signbit(a) == std::signbit(b); }
 
 // Whether two sections of different names are likely one that was renamed.
 bool LookAlike(const RealSection& a, const RealSection& b) {
@@ -49,8 +46,10 @@ bool SameValue(const RealSection& a, const RealSection& b) {
     case SectionType::Link: return a.text().view() == b.text().view();
     case SectionType::Number: break;
   }
-  return std::equal(a.numbers().begin(), a.numbers().end(), b.numbers().begin(), b.numbers().end(),
-                    SameNumber);
+  const NumberList one = a.numbers();
+  const NumberList other = b.numbers();
+  return one.size() == other.size() &&
+         std::memcmp(one.begin(), other.begin(), one.size() * sizeof(double)) == 0;
 }
 
 Match MatchChildren(const FileText& file, std::int32_t block, const RealSection& in_memory) {

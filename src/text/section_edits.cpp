@@ -23,11 +23,9 @@ bool EditArray(Span array, const NumberList& in_file, const NumberList& wanted, 
   const std::vector<Span> places = NumbersIn(file, array);
   const std::size_t common = std::min(in_file.size(), wanted.size());
   if (file.text[array.begin] != '[' || places.size() != in_file.size() || common < 2) return false;
-  std::string comma = editing->style.comma;
   const Span between{places[places.size() - 2].end, places.back().begin};
   const auto separates = [](char c) { return c == ',' || c == ' ' || c == '\t' || IsLineEnd(c); };
   const std::string_view last_comma = file.Bytes(between);
-  if (std::all_of(last_comma.begin(), last_comma.end(), separates)) comma = last_comma;
   for (std::size_t i = 0; i < common; ++i) {
     const double before = in_file.begin()[i];
     const double after = wanted.begin()[i];
@@ -37,6 +35,9 @@ bool EditArray(Span array, const NumberList& in_file, const NumberList& wanted, 
   if (wanted.size() < in_file.size()) {
     editing->splices.Remove({places[common - 1].end, places.back().end});
   }
+  if (wanted.size() <= in_file.size()) return true;
+  const bool is_plain = std::all_of(last_comma.begin(), last_comma.end(), separates);
+  const std::string comma = is_plain ? std::string(last_comma) : editing->style().comma;
   std::string more;
   for (std::size_t i = common; i < wanted.size(); ++i) {
     more.append(comma).append(NumberText(wanted.begin()[i]));
@@ -82,7 +83,7 @@ void EditValue(std::int32_t number, const RealSection& section, Editing* editing
   }
   if (here.value.empty()) {
     const std::int32_t example = number > 1 ? number - 1 : number;
-    const Style style = StyleLike(file, example, editing->style);
+    const Style style = StyleLike(file, example, editing->style());
     editing->splices.Put({here.name.end, here.name.end}, Assignment(section, style));
     return;
   }
@@ -90,7 +91,8 @@ void EditValue(std::int32_t number, const RealSection& section, Editing* editing
       EditArray(here.value, here.section->numbers(), section.numbers(), editing)) {
     return;
   }
-  std::string text = ValueText(section, editing->style.comma);
+  const bool is_array = section.type == SectionType::Number && section.numbers().size() > 1;
+  std::string text = ValueText(section, is_array ? editing->style().comma : "");
   // Behind an array of several lines a comment is the next section's. It must not come to stand on
   // the line of the name.
   const std::size_t behind = file.PieceFrom(here.value.end);

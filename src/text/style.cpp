@@ -64,7 +64,7 @@ Style StyleOf(const FileText& file) {
   bool body = false;
   bool array = false;
   bool step = false;
-  for (std::int32_t i = 1; i <= file.record.section_count; ++i) {
+  for (std::int32_t i = 1; i <= file.record.section_count(); ++i) {
     if (assign && body && array && step) break;
     const Style like = StyleLike(file, i, style);
     const SectionText here = file.At(i);

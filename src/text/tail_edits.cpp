@@ -53,14 +53,14 @@ void PutBody(const SectionText& here, const RealSection& section, const std::str
   const std::size_t end = here.LineEnd();
   const bool ends_line = file.EndsLine(end);
   if (!ends_line && comment.empty() && FitsOnLine(section) && !file.CommentFollows(end)) {
-    editing->splices.Put({end, end}, ' ' + BodyOnLine(section, editing->style));
+    editing->splices.Put({end, end}, ' ' + BodyOnLine(section, editing->style()));
     return;
   }
   const bool own_line =
-      !comment.empty() || !here.inline_comment.empty() || !editing->style.brace_on_line;
+      !comment.empty() || !here.inline_comment.empty() || !editing->style().brace_on_line;
   editing->splices.Put(
       {end, ends_line && !comment.empty() ? file.LineStop(end) : end},
-      comment + (own_line ? '\n' + indent : " ") + BodyLines(section, indent, editing->style));
+      comment + (own_line ? '\n' + indent : " ") + BodyLines(section, indent, editing->style()));
 }
 
 }  // namespace
@@ -84,7 +84,7 @@ void EditTail(std::int32_t number, const RealSection& section, Editing* editing)
     EditOldComment(file, here.inline_comment, plan.displaced ? "" : wanted, &splices);
   }
   if (plan.rewrites_value) {
-    splices.Put({here.name.end, plan.end}, Assignment(section, editing->style));
+    splices.Put({here.name.end, plan.end}, Assignment(section, editing->style()));
   }
   const std::string indent = IndentOf(file, number);
   const std::string comment = plan.is_new ? " #" + std::string(wanted) : std::string();

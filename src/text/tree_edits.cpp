@@ -17,13 +17,13 @@ struct Pair {
   const RealSection* section;
 };
 
-// Whether both are the same but for what is below them.
+// Whether both have the same value and the same comments.
 bool HasSameFields(const RealSection& a, const RealSection& b) {
-  return a.name() == b.name() && SameValue(a, b) && a.comment().view() == b.comment().view() &&
+  return SameValue(a, b) && a.comment().view() == b.comment().view() &&
          a.inline_comment().view() == b.inline_comment().view();
 }
 
-// Whether both have children of the same names in the same order, as most blocks do.
+// Whether both have children of the same names in the same order.
 bool HasSameChildren(const RealSection& a, const RealSection& b) {
   if (a.child_count() != b.child_count()) return false;
   for (std::int32_t i = 0; i < a.child_count(); ++i) {
@@ -32,13 +32,49 @@ bool HasSameChildren(const RealSection& a, const RealSection& b) {
   return true;
 }
 
+// The sections that differ in their value or their comments, and the blocks that differ in the
+// names of their children; of those that stand within each other the outermost. The walk is in file
+// order, in which a tree lies in memory.
+std::vector<Pair> DifferentSections(const FileText& file, const RootSection& root) {
+  struct Block {
+    Pair here;
+    const RealSection* in_file;
+    std::int32_t next;         // child
+    std::size_t found_before;  // it
+  };
+  std::vector<Pair> found;
+  if (file.root()->child_count() != root.child_count()) return {{0, &root}};
+  std::vector<Block> open{{{0, &root}, file.root(), 0, 0}};
+  std::int32_t number = 1;
+  while (!open.empty()) {
+    Block& block = open.back();
+    if (block.next == block.in_file->child_count()) {
+      open.pop_back();
+      continue;
+    }
+    const RealSection& in_file = *block.in_file->children->at(block.next);
+    const RealSection& wanted = *block.here.section->children->at(block.next);
+    ++block.next;
+    if (in_file.name() != wanted.name()) {
+      found.resize(block.found_before);
+      found.push_back(block.here);
+      number = file.NextNumber(block.here.number);
+      open.pop_back();
+    } else if (in_file.child_count() != wanted.child_count() || !HasSameFields(in_file, wanted)) {
+      found.push_back({number, &wanted});
+      number = file.NextNumber(number);
+    } else {
+      if (in_file.child_count() > 0) open.push_back({{number, &wanted}, &in_file, 0, found.size()});
+      ++number;
+    }
+  }
+  return found;
+}
+
 // Edits one section, and notes those in its body that are in both.
 void EditSection(const Pair& here, Editing* editing, std::vector<Pair>* left) {
   const auto [number, section] = here;
-  const RealSection& in_file = editing->file.Node(number);
-  const bool same_children = HasSameChildren(in_file, *section);
-  const bool same = same_children && editing->displaced.empty() && HasSameFields(in_file, *section);
-  if (number != 0 && !same) {
+  if (number != 0) {
     EditName(number, *section, editing);
     EditValue(number, *section, editing);
     EditCommentAbove(number, *section, editing);
@@ -46,7 +82,7 @@ void EditSection(const Pair& here, Editing* editing, std::vector<Pair>* left) {
     if (editing->file.At(number).open.empty()) return;
     if (RemoveBody(number, *section, editing)) return;
   }
-  if (same_children) {
+  if (HasSameChildren(editing->file.Node(number), *section)) {
     std::int32_t child = editing->file.FirstChild(number);
     for (std::int32_t i = 0; i < section->child_count(); ++i) {
       left->push_back({child, section->children->at(i)});
@@ -115,9 +151,10 @@ void CheckNew(const RealSection& section, Editing* editing) {
 
 std::vector<Edit> EditsFor(const FileText& file, const RootSection& root,
                            const std::vector<const RealSection*>& displaced, Obstacle* obstacle) {
-  Editing editing{file, StyleOf(file), displaced, {}, {}};
+  Editing editing(file, displaced);
   EditImports(root, &editing);
   std::vector<Pair> left{{0, &root}};
+  if (displaced.empty()) left = DifferentSections(file, root);
   while (!left.empty()) {
     const Pair here = left.back();
     left.pop_back();
@@ -127,19 +164,27 @@ std::vector<Edit> EditsFor(const FileText& file, const RootSection& root,
   return std::move(editing.splices).ToEdits(file);
 }
 
+// In file order, in which a tree lies in memory.
 bool SameTree(const RootSection& a, const RootSection& b) {
+  struct Block {
+    const RealSection *one, *other;
+    std::int32_t next;  // child
+  };
   if (!SameImports(a, b) || a.comment().view() != b.comment().view()) return false;
-  std::vector<std::pair<const RealSection*, const RealSection*>> left{{&a, &b}};
-  while (!left.empty()) {
-    const auto [one, other] = left.back();
-    left.pop_back();
-    if (one->child_count() != other->child_count()) return false;
-    for (std::int32_t i = 0; i < one->child_count(); ++i) {
-      const RealSection& x = *one->children->at(i);
-      const RealSection& y = *other->children->at(i);
-      if (!HasSameFields(x, y)) return false;
-      if (x.child_count() > 0 || y.child_count() > 0) left.emplace_back(&x, &y);
+  if (a.child_count() != b.child_count()) return false;
+  std::vector<Block> open{{&a, &b, 0}};
+  while (!open.empty()) {
+    Block& block = open.back();
+    if (block.next == block.one->child_count()) {
+      open.pop_back();
+      continue;
     }
+    const RealSection& x = *block.one->children->at(block.next);
+    const RealSection& y = *block.other->children->at(block.next);
+    ++block.next;
+    if (x.name() != y.name() || !HasSameFields(x, y)) return false;
+    if (x.child_count() != y.child_count()) return false;
+    if (x.child_count() > 0) open.push_back({&x, &y, 0});
   }
   return true;
 }

@@ -22,7 +22,7 @@ class FreshFile {
     file_.emplace(bytes_, origin);
     if (file_->root() == nullptr) return;
     positions_.emplace(file_->text, file_->record, bytes_);
-    for (std::int32_t i = 1; i <= file_->record.section_count; ++i) {
+    for (std::int32_t i = 1; i <= file_->record.section_count(); ++i) {
       numbers_.emplace(&file_->Node(i), i);
     }
   }
@@ -40,7 +40,7 @@ class FreshFile {
     const Span span = file_->At(number->second).name;
     place.offset = positions_->OnDisk(span.begin);
     place.length = span.end - span.begin;
-    place.line = file_->record.pieces[file_->At(number->second).name_piece].line;
+    place.line = positions_->Line(span.begin);
     place.column = positions_->Column(span.begin);
     return place;
   }

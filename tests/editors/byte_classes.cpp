@@ -68,7 +68,7 @@ class Classifier : private LexerListener {
 
   void ReportError(const char*, std::size_t, std::size_t) override { faulty_ = true; }
   void ReportWarning(const char*, std::size_t, std::size_t) override {}
-  void PassOver(Passed what, std::int32_t, std::size_t begin, std::size_t end) override {
+  void PassOver(Passed what, std::size_t begin, std::size_t end) override {
     Mark(what == Passed::Slash || what == Passed::CutOff ? Wrong : 'b', begin, end);
   }
 
