@@ -195,10 +195,47 @@ TEST(SaveInPlace, OtherFiles) {
     Change(config.get(), "-a\na = 7");
     std::remove(directory.Path("t.cfg").c_str());
     if (c.now != nullptr) directory.WriteFile("t.cfg", c.now);
-    EXPECT_EQ(confgrove::SaveInPlace(config.get(), c.conflict).reason, c.reason);
+    const confgrove::SaveResult result = confgrove::SaveInPlace(config.get(), c.conflict);
+    EXPECT_EQ(result.reason, c.reason);
+    EXPECT_TRUE(result.file_changed);
     const bool anew = c.now == nullptr || c.conflict == Conflict::Replace;
     EXPECT_EQ(c.after[0] != '\0' ? directory.ReadFile("t.cfg") : "",
               anew ? WithLineEnds(c.after) : c.after);
+  }
+}
+
+// Blocks that are left without sections, and whether more than sections stands in them.
+TEST(SaveInPlace, EmptiedBlocks) {
+  const struct {
+    const char *before, *changes, *emptied;
+  } cases[] = {
+      {"a { b = 1 }\n", "-a.b", "a"},
+      {"a { b = 1 c = 2 }\n", "-a.b", ""},
+      {"a = 1 { b = 1 }\n", "-a.b", ""},
+      {"a { # b\n b = 1 # b\n } # a\n", "-a.b", "a"},
+      {"a {\n# b\nb { c { d = 1 }\n# c\n} }\n", "-a.b.c", "a.b+"},
+      {"a { b { c = 1 } }\n", "-a.b.c", "a.b"},
+      {"a {\n# apart\n\nb = 1\n}\n", "-a.b", "a+"},
+      {"a\n# above\n{ b = 1 }\n", "-a.b", "a+"},
+      {"a { b = 1 } { /* c */ }\n", "-a.b", "a+"},
+      {"a { b = 1 $import \"base\" }\n", "-a.b", "a+"},
+      {"a { b = 1 }\nc = 1\n", "-a.b\na > d", "d"},
+      {"a { }\nb = 1\n", "b = 2", ""},
+  };
+  const TempDir directory;
+  directory.WriteFile("base.cfg", "base = 1\n");
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.before);
+    const TraceLog log;
+    const ConfigPtr config = ParseText("t", c.before);
+    Change(config.get(), c.changes);
+    const confgrove::SaveResult result = confgrove::SaveInPlace(config.get());
+    EXPECT_FALSE(result.file_changed);
+    std::string emptied;
+    for (const confgrove::EmptiedBlock& block : result.emptied) {
+      emptied += block.path + (block.holds_more ? "+" : "");
+    }
+    EXPECT_EQ(emptied, c.emptied);
   }
 }
 

@@ -24,12 +24,7 @@ void CollectLinks(Section* section, std::vector<Section*>* links) {
 
 }  // namespace
 
-Change::Change(FileName file_name)
-    : name(std::move(file_name)),
-      bytes(ReadBytes(name.Path(), name.shown)),
-      config(LoadConfig(name)) {}
-
-bool Change::IsOutdated() const { return ReadBytes(name.Path(), name.shown) != bytes; }
+Change::Change(FileName file_name) : name(std::move(file_name)), config(LoadConfig(name)) {}
 
 const std::vector<Section*>& Change::Links() {
   if (!links_) {
@@ -73,13 +68,13 @@ int ChangeFile(const std::string& file, const ChangeOptions& options,
     SettleLinks(&change, options.remove_links);
     SettleEmptyBlocks(&change);
     Config* const config = change.config.get();
+    const std::string before = options.diff ? ReadBytes(change.name.Path(), file) : "";
     const SaveResult result = options.diff ? PreviewSave(config) : SaveInPlace(config);
-    const bool stands = result && !options.diff;
-    if (!stands && attempt < MostAttempts && change.IsOutdated()) continue;
+    if (!result && result.file_changed && attempt < MostAttempts) continue;
     if (!result) throw Refusal(ReasonOf(result, file));
     for (const std::string& note : change.notes)
       Complain(std::string(file).append(": ").append(note));
-    if (options.diff) PrintDiff(file, change.bytes, Apply(change.bytes, result.edits));
+    if (options.diff) PrintDiff(file, before, Apply(before, result.edits));
     return ExitDone;
   }
 }

@@ -21,9 +21,6 @@ class Change {
  public:
   explicit Change(FileName file_name);
 
-  // Whether another program has changed the file meanwhile.
-  bool IsOutdated() const;
-
   // The section at a path in the file itself. Null if there is none, be it imported or not.
   Section* Own(const std::string& path) const;
 
@@ -37,7 +34,6 @@ class Change {
 
   // What is changed.
   FileName name;
-  std::string bytes;  // of the file, as on the disk, before the change
   std::unique_ptr<Config> config;
 
   // What has come of it so far.

@@ -38,30 +38,17 @@ void ComplainOf(const Change& change, const std::vector<Section*>& links) {
   }
 }
 
-// Whether a comment stands between the braces of a block that an edit leaves empty. `edits` are
-// those of `text`, and `name` is the place of the block's name in it. If it isn't certain that
-// there is none, there is one.
-bool HoldsComment(const std::string& text, const std::vector<Edit>& edits, const Place& name) {
-  auto inner =
-      std::lower_bound(edits.begin(), edits.end(), name.offset + name.length,
-                       [](const Edit& edit, std::size_t offset) { return edit.offset < offset; });
-  while (inner != edits.end() && inner->length == 0) ++inner;
-  if (inner == edits.end()) return true;
-  constexpr const char* Blanks = " \t\r\n";
-  const std::size_t open = text.find_last_not_of(Blanks, inner->offset - 1);
-  if (text[open] != '{') return true;
-  const std::size_t line = text.find_last_of("\r\n", open) + 1;
-  if (text.substr(line, open - line).find('#') != std::string::npos) return true;
-  // Further edits can take out what follows.
-  std::size_t at = inner->offset + inner->length;
-  for (auto next = inner + 1;; ++next) {
-    at = std::min(text.find_first_not_of(Blanks, at), text.size());
-    if (next == edits.end() || next->offset > at) break;
-    at = std::max(at, next->offset + next->length);
+// The paths of the blocks that the change leaves empty but for a comment; all of `empty` if what
+// it would do can't be told.
+std::set<std::string> BlocksWithComment(const Change& change, const std::vector<Section*>& empty) {
+  const SaveResult preview = PreviewSave(change.config.get());
+  std::set<std::string> blocks;
+  for (const EmptiedBlock& block : preview.emptied) {
+    if (block.holds_more) blocks.insert(block.path);
   }
-  if (at == text.size() || text[at] != '}') return true;
-  const std::size_t behind = text.find_first_not_of(Blanks, at + 1);
-  return behind != std::string::npos && text[behind] == '{';  // a second body
+  if (preview) return blocks;
+  for (Section* const section : empty) blocks.insert(PathOf(section));
+  return blocks;
 }
 
 // Those of the blocks that are empty.
@@ -134,23 +121,20 @@ void SettleEmptyBlocks(Change* change) {
     const std::vector<Section*> empty = EmptyOnes(*change, blocks);
     if (empty.empty()) return;
     blocks.clear();
-    const SaveResult preview = PreviewSave(change->config.get());
-    const std::vector<Place> names = Where(empty);
+    const std::set<std::string> with_comment = BlocksWithComment(*change, empty);
     std::map<std::string, Section*> links;  // by target
     for (Section* const link : change->Links()) links[LinkTarget(link)] = link;
-    for (std::size_t i = 0; i < empty.size(); ++i) {
-      const std::string path = PathOf(empty[i]);
+    for (Section* const block : empty) {
+      const std::string path = PathOf(block);
       const auto link = links.find(path);
       std::string reason;
       if (link != links.end()) {
         reason = Quoted(PathOf(link->second)) + " leads to it";
-      } else if (names[i].line == 0) {
-        reason = "it has been renamed too";
-      } else if (HoldsComment(change->bytes, preview.edits, names[i])) {
-        reason = "a comment stands in it";
+      } else if (with_comment.count(path) > 0) {
+        reason = "a comment or an import stands in it";
       }
       if (reason.empty()) {
-        empty[i]->RemoveSection("");
+        block->RemoveSection("");
         if (!Holder(path).empty()) blocks.insert(Holder(path));
       } else {
         change->notes.push_back(Quoted(path) + " stays, empty: " + reason);

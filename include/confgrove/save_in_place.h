@@ -36,6 +36,13 @@ enum class SaveOutcome : std::int32_t {
   Refused = 2  // the file wasn't touched; `reason` says why
 };
 
+// A block without a value that a save leaves without sections. It stands in the file, empty, until
+// its section is removed too.
+struct EmptiedBlock {
+  std::string path;         // in the tree
+  bool holds_more = false;  // a comment of its own, or an import, still stands in it
+};
+
 struct SaveResult {
   SaveOutcome outcome = SaveOutcome::Refused;
   std::int32_t line = 0;    // of a faulty file, where the first fault is; 0 otherwise
@@ -44,6 +51,9 @@ struct SaveResult {
   std::string section;      // its path, if one section is the reason; "" otherwise
   std::vector<Edit> edits;  // what was done, or would be: in order, apart from each other. Offsets
                             // count the bytes of the file as it was on the disk
+  std::vector<EmptiedBlock> emptied;  // by what was done, or would be
+  bool file_changed = false;  // the file wasn't as it was when the configuration was read; by
+                              // EditFile or FormatFile, another program has changed it meanwhile
 
   // Whether the file now says what the tree says.
   explicit operator bool() const { return outcome != SaveOutcome::Refused; }

@@ -241,12 +241,11 @@ void NewSections::PutBeforeFirst(const Style& style) {
   }
 }
 
-// Whether nothing stands in the body but what goes with its sections.
-bool HoldsSectionsAlone(const FileText& file, std::int32_t number) {
-  const SectionText here = file.At(number);
-  if (here.first_open.begin != here.open.begin) return false;
-  std::size_t piece = file.PieceFrom(here.open.end);
-  for (; file.record.pieces[piece].begin < here.close.begin; ++piece) {
+// Whether nothing stands from a piece of a section up to its last '}' but what goes with the
+// sections in its body.
+bool HoldsSectionsAlone(const FileText& file, std::int32_t number, std::size_t piece) {
+  const std::size_t close = file.At(number).close.begin;
+  for (; file.record.pieces[piece].begin < close; ++piece) {
     switch (file.record.pieces[piece].kind) {
       case PieceKind::Name:
       case PieceKind::Assign:
@@ -294,11 +293,19 @@ void InsertSections(std::int32_t block, const Match& match, Editing* editing) {
   fresh.PutBehind(anchor, false);
 }
 
+void NoteIfEmptied(std::int32_t number, const RealSection& section, Editing* editing) {
+  const FileText& file = editing->file;
+  if (number == 0 || section.child_count() > 0 || section.type != SectionType::None) return;
+  const bool holds_more = !HoldsSectionsAlone(file, number, file.At(number).name_piece + 1);
+  editing->emptied.push_back({PathOf(section), holds_more});
+}
+
 bool RemoveBody(std::int32_t number, const RealSection& section, Editing* editing) {
   const FileText& file = editing->file;
   const SectionText here = file.At(number);
   if (section.child_count() > 0 || section.type == SectionType::None ||
-      file.FirstChild(number) == 0 || !HoldsSectionsAlone(file, number)) {
+      file.FirstChild(number) == 0 || here.first_open.begin != here.open.begin ||
+      !HoldsSectionsAlone(file, number, file.PieceFrom(here.open.end))) {
     return false;
   }
   const std::size_t begin = file.EndBefore(file.PieceFrom(here.open.begin));

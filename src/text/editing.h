@@ -34,6 +34,7 @@ class Editing {
   // Sections whose inline comment stands behind their body and can't stay there.
   const std::vector<const RealSection*>& displaced;
   Splices splices;
+  std::vector<EmptiedBlock> emptied;
   Obstacle obstacle;
 
  private:
@@ -58,6 +59,9 @@ struct Match;
 void RemoveSections(const Match& match, Editing* editing);
 void InsertSections(std::int32_t block, const Match& match, Editing* editing);
 bool RemoveBody(std::int32_t number, const RealSection& section, Editing* editing);
+
+// Notes that the block is left without sections, if it is.
+void NoteIfEmptied(std::int32_t number, const RealSection& section, Editing* editing);
 
 // import_edits.cpp: the $import lines, and the head comment.
 void EditImports(const RootSection& root, Editing* editing);

@@ -48,7 +48,8 @@ std::string FileReplacement::Read(std::string* bytes, Platform::FileStamp* stamp
 std::string FileReplacement::Put(std::string_view bytes) {
   bool exists = false;
   if (std::string problem = Check(&exists); !problem.empty()) return problem;
-  if (read_ && *read_ != Platform::GetStamp(Target())) {
+  has_changed_ = read_ && *read_ != Platform::GetStamp(Target());
+  if (has_changed_) {
     return "another program has changed it meanwhile";
   }
   std::error_code error = exists ? Platform::CheckWritable(Target()) : std::error_code();

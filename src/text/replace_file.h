@@ -28,6 +28,9 @@ class FileReplacement {
   // has changed since Read.
   std::string Put(std::string_view bytes);
 
+  // Whether Put has found the file changed.
+  bool has_changed() const { return has_changed_; }
+
  private:
   std::string Check(bool* exists) const;
   std::string Target() const { return directory_ + name_; }
@@ -40,6 +43,7 @@ class FileReplacement {
 
   Platform::DirectoryLock lock_;             // of the directory
   std::optional<Platform::FileStamp> read_;  // what was read, if anything was
+  bool has_changed_ = false;
 };
 
 }  // namespace confgrove

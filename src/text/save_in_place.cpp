@@ -57,6 +57,7 @@ class FileChange {
   const std::string& bytes() const { return bytes_; }
 
   void Refuse(std::string reason) { result_.reason = std::move(reason); }
+  void NoteChanged() { result_.file_changed = true; }
   void Refuse(Obstacle obstacle) {
     result_.reason = std::move(obstacle.reason);
     result_.section = std::move(obstacle.section);
@@ -70,15 +71,18 @@ class FileChange {
   }
 
   // Makes the edits, whose result is `after`.
-  void Make(std::vector<Edit> edits, const std::string& after) {
+  void Make(std::vector<Edit> edits, const std::string& after,
+            std::vector<EmptiedBlock> emptied = {}) {
     if (failed()) return;
     result_.edits = std::move(edits);
+    result_.emptied = std::move(emptied);
     const bool missing = !stamp_.exists;
     if (result_.edits.empty() && !missing) {
       result_.outcome = SaveOutcome::Unchanged;
       return;
     }
     if (!preview_) result_.reason = replacement_.Put(after);
+    if (replacement_.has_changed()) NoteChanged();
     if (failed()) return;
     result_.outcome = SaveOutcome::Written;
     if (!preview_) stamp_ = Platform::GetStamp(result_.file);
@@ -88,6 +92,7 @@ class FileChange {
     if (failed()) {
       result_.outcome = SaveOutcome::Refused;
       result_.edits.clear();
+      result_.emptied.clear();
     }
     return std::move(result_);
   }
@@ -176,20 +181,21 @@ void WriteChanges(const RootSection& root, const FileOrigin& origin,
   std::vector<const RealSection*> displaced;
   bool line_end = false;
   for (;;) {
-    Obstacle obstacle;
-    std::vector<Edit> edits = EditsFor(*file, root, displaced, &obstacle);
+    auto [edits, emptied, obstacle] = EditsFor(*file, root, displaced);
     if (!obstacle.reason.empty()) return change->Refuse(obstacle);
     if (edits.empty()) return change->Make({}, change->bytes());
     if (line_end) AddLineEnd(*file, &edits);
     const bool was_cut_off = EndsCutOff(*file);
     file.reset();
     const std::string after = Apply(change->bytes(), edits);
-    if (IsProven(after, origin, root)) return change->Make(std::move(edits), after);
+    if (IsProven(after, origin, root)) {
+      return change->Make(std::move(edits), after, std::move(emptied));
+    }
     const Proof proof(after, origin, root);
     if (proof.cut_off() && !was_cut_off && !line_end) {
       line_end = true;
     } else if (proof.obstacle().reason.empty()) {
-      return change->Make(std::move(edits), after);
+      return change->Make(std::move(edits), after, std::move(emptied));
     } else {
       std::vector<const RealSection*> found = proof.Displaced();
       if (!displaced.empty() || found.empty()) return change->Refuse(proof.obstacle());
@@ -215,6 +221,7 @@ SaveResult Save(RootSection* root, Conflict conflict, bool preview) {
   const bool renamed = root->name() != root->origin.name;
   const std::string fault =
       ConflictOf(renamed ? Platform::FileStamp() : root->stamp, change.stamp());
+  if (!fault.empty()) change.NoteChanged();
   if (!fault.empty() && conflict == Conflict::Refuse) {
     change.Refuse(fault);
   } else if (!change.stamp().exists || (!fault.empty() && conflict == Conflict::Replace)) {
@@ -283,6 +290,7 @@ SaveResult EditFile(const std::string& file, std::size_t size, const std::vector
   if (!change.stamp().exists) {
     change.Refuse("no such file");
   } else if (change.bytes().size() != size) {
+    change.NoteChanged();
     change.Refuse("the file has changed since it was read");
   } else if (!FitTogether(edits, size)) {
     change.Refuse("the edits overlap, or lie outside of the file");

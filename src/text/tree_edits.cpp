@@ -90,6 +90,7 @@ void EditSection(const Pair& here, Editing* editing, std::vector<Pair>* left) {
     }
     return;
   }
+  NoteIfEmptied(number, *section, editing);
   const Match match = MatchChildren(editing->file, number, *section);
   RemoveSections(match, editing);
   InsertSections(number, match, editing);
@@ -149,8 +150,8 @@ void CheckNew(const RealSection& section, Editing* editing) {
   }
 }
 
-std::vector<Edit> EditsFor(const FileText& file, const RootSection& root,
-                           const std::vector<const RealSection*>& displaced, Obstacle* obstacle) {
+TreeEdits EditsFor(const FileText& file, const RootSection& root,
+                   const std::vector<const RealSection*>& displaced) {
   Editing editing(file, displaced);
   EditImports(root, &editing);
   std::vector<Pair> left{{0, &root}};
@@ -160,8 +161,8 @@ std::vector<Edit> EditsFor(const FileText& file, const RootSection& root,
     left.pop_back();
     EditSection(here, &editing, &left);
   }
-  *obstacle = std::move(editing.obstacle);
-  return std::move(editing.splices).ToEdits(file);
+  return {std::move(editing.splices).ToEdits(file), std::move(editing.emptied),
+          std::move(editing.obstacle)};
 }
 
 // In file order, in which a tree lies in memory.

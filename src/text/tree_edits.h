@@ -17,11 +17,16 @@ struct Obstacle {
   std::string reason;   // "" if there is none
 };
 
-// The edits that bring `file`, which is sound, to the tree of `root`. What a file can't hold is
-// told in `obstacle`, as far as a look at each section that changes shows it. The inline comments
-// of the sections in `displaced` move from behind their bodies to in front of them.
-std::vector<Edit> EditsFor(const FileText& file, const RootSection& root,
-                           const std::vector<const RealSection*>& displaced, Obstacle* obstacle);
+struct TreeEdits {
+  std::vector<Edit> edits;
+  std::vector<EmptiedBlock> emptied;
+  Obstacle obstacle;  // what a file can't hold, as far as a look at each change shows it
+};
+
+// What brings `file`, which is sound, to the tree of `root`. The inline comments of the sections in
+// `displaced` move from behind their bodies to in front of them.
+TreeEdits EditsFor(const FileText& file, const RootSection& root,
+                   const std::vector<const RealSection*>& displaced);
 
 // The sections of the tree whose inline comment `file` doesn't have, by their names.
 std::vector<const RealSection*> WithoutInlineComment(const FileText& file, const RootSection& root);
