@@ -68,11 +68,10 @@ void RemoveRun(std::int32_t first, std::int32_t last, Editing* editing) {
   if (file.BeginsLine(name)) {
     editing->splices.Remove({begin, file.record.pieces[file.PieceFrom(end)].begin});
   } else {
-    // A comment behind it belongs to the next section: not to the one before.
-    const std::size_t next = file.PieceFrom(end);
-    const bool comment_follows = next < file.record.pieces.size() && !file.EndsLine(end) &&
-                                 IsComment(file.record.pieces[next]);
-    editing->splices.Put({file.EndBefore(name), end}, comment_follows ? "\n" : "");
+    // A comment on its last line belongs to the next section: not to the one before.
+    const Span run{file.EndBefore(name), end};
+    const bool keeps_line = HasLineEnd(file.Bytes(run)) && file.CommentFollows(end);
+    editing->splices.Put(run, keeps_line ? "\n" : "", Rank::CommentAbove);
   }
 }
 
@@ -305,12 +304,13 @@ bool RemoveBody(std::int32_t number, const RealSection& section, Editing* editin
   const SectionText here = file.At(number);
   if (section.child_count() > 0 || section.type == SectionType::None ||
       file.FirstChild(number) == 0 || here.first_open.begin != here.open.begin ||
-      !HoldsSectionsAlone(file, number, file.PieceFrom(here.open.end))) {
+      !HoldsSectionsAlone(file, number, here.name_piece + 1)) {
     return false;
   }
   const std::size_t begin = file.EndBefore(file.PieceFrom(here.open.begin));
   const bool behind_comment = begin == here.inline_comment.end && !file.EndsLine(here.close.end);
-  editing->splices.Put({begin, here.close.end}, behind_comment ? "\n" : "");
+  const bool keeps_line = behind_comment || file.CommentFollows(here.close.end);
+  editing->splices.Put({begin, here.close.end}, keeps_line ? "\n" : "");
   return true;
 }
 

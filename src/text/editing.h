@@ -14,11 +14,17 @@
 
 namespace confgrove {
 
+// A section of the file and the one in memory.
+struct Pair {
+  std::int32_t number;
+  const RealSection* section;
+};
+
 class Editing {
  public:
   // Both outlive it.
-  Editing(const FileText& text_file, const std::vector<const RealSection*>& all_displaced)
-      : file(text_file), displaced(all_displaced) {}
+  Editing(const FileText& text_file, const Remedies& all_remedies)
+      : file(text_file), remedies(all_remedies) {}
 
   // The style of the file, which few changes ask for.
   const Style& style() {
@@ -30,9 +36,7 @@ class Editing {
   void Refuse(const RealSection& section, const char* reason);
 
   const FileText& file;
-
-  // Sections whose inline comment stands behind their body and can't stay there.
-  const std::vector<const RealSection*>& displaced;
+  const Remedies& remedies;
   Splices splices;
   std::vector<EmptiedBlock> emptied;
   Obstacle obstacle;
@@ -62,6 +66,10 @@ bool RemoveBody(std::int32_t number, const RealSection& section, Editing* editin
 
 // Notes that the block is left without sections, if it is.
 void NoteIfEmptied(std::int32_t number, const RealSection& section, Editing* editing);
+
+// remedies.cpp: the remedies around all that has been changed so far. `kept` are the sections that
+// are in both, with their numbers.
+void RemedyAroundChanges(const std::vector<Pair>& kept, Editing* editing);
 
 // import_edits.cpp: the $import lines, and the head comment.
 void EditImports(const RootSection& root, Editing* editing);

@@ -168,8 +168,8 @@ bool FileText::CommentFollows(std::size_t end) const {
   for (std::size_t i = PieceFrom(end); i < record.pieces.size() && !EndsLine(end); ++i) {
     const Piece& piece = record.pieces[i];
     if (IsComment(piece)) return true;
-    const std::string_view piece_bytes = Bytes(SpanOf(piece));
-    if (std::any_of(piece_bytes.begin(), piece_bytes.end(), IsLineEnd)) return false;
+    // For a comment behind it, a block comment is all on one line.
+    if (piece.kind != PieceKind::BlockComment && HasLineEnd(Bytes(SpanOf(piece)))) return false;
     end = std::max(end, piece.end);
   }
   return false;

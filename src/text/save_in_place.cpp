@@ -178,10 +178,10 @@ void WriteWhole(const RootSection& root, const FileOrigin& origin, FileChange* c
 // as much memory again.
 void WriteChanges(const RootSection& root, const FileOrigin& origin,
                   std::unique_ptr<const FileText> file, FileChange* change) {
-  std::vector<const RealSection*> displaced;
+  Remedies remedies;
   bool line_end = false;
   for (;;) {
-    auto [edits, emptied, obstacle] = EditsFor(*file, root, displaced);
+    auto [edits, emptied, obstacle] = EditsFor(*file, root, remedies);
     if (!obstacle.reason.empty()) return change->Refuse(obstacle);
     if (edits.empty()) return change->Make({}, change->bytes());
     if (line_end) AddLineEnd(*file, &edits);
@@ -196,10 +196,12 @@ void WriteChanges(const RootSection& root, const FileOrigin& origin,
       line_end = true;
     } else if (proof.obstacle().reason.empty()) {
       return change->Make(std::move(edits), after, std::move(emptied));
+    } else if (!remedies.around_changes) {
+      remedies.around_changes = true;
     } else {
       std::vector<const RealSection*> found = proof.Displaced();
-      if (!displaced.empty() || found.empty()) return change->Refuse(proof.obstacle());
-      displaced = std::move(found);
+      if (!remedies.displaced.empty() || found.empty()) return change->Refuse(proof.obstacle());
+      remedies.displaced = std::move(found);
     }
     file = std::make_unique<const FileText>(change->bytes(), origin);
   }

@@ -76,9 +76,14 @@ void EditValue(std::int32_t number, const RealSection& section, Editing* editing
   if (SameValue(*here.section, section)) return;
   editing->Refuse(section, FaultOfValue(section));
   if (RewritesValue(number, section, *editing)) return;  // EditTail does
+  // Behind an array of several lines a comment is the next section's. It must not come to stand on
+  // the line of the name.
+  const bool begins_line = HasLineEnd(file.Bytes(here.value)) && !file.EndsLine(here.value.end) &&
+                           file.PieceFrom(here.value.end) < file.record.pieces.size();
+  const std::string line = begins_line ? '\n' + IndentOf(file, number) : "";
   if (section.type == SectionType::None) {
     const bool needs_braces = here.open.empty() && section.child_count() == 0;
-    editing->splices.Put({here.name.end, here.value.end}, needs_braces ? " {}" : "");
+    editing->splices.Put({here.name.end, here.value.end}, (needs_braces ? " {}" : "") + line);
     return;
   }
   if (here.value.empty()) {
@@ -92,15 +97,8 @@ void EditValue(std::int32_t number, const RealSection& section, Editing* editing
     return;
   }
   const bool is_array = section.type == SectionType::Number && section.numbers().size() > 1;
-  std::string text = ValueText(section, is_array ? editing->style().comma : "");
-  // Behind an array of several lines a comment is the next section's. It must not come to stand on
-  // the line of the name.
-  const std::size_t behind = file.PieceFrom(here.value.end);
-  if (HasLineEnd(file.Bytes(here.value)) && behind < file.record.pieces.size() &&
-      !file.EndsLine(here.value.end)) {
-    text += '\n' + IndentOf(file, number);
-  }
-  editing->splices.Put(here.value, std::move(text));
+  const std::string text = ValueText(section, is_array ? editing->style().comma : "");
+  editing->splices.Put(here.value, text + line);
 }
 
 void EditCommentAbove(std::int32_t number, const RealSection& section, Editing* editing) {

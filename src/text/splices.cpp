@@ -66,6 +66,21 @@ void Splices::Put(Span span, std::string text, Rank rank) {
   splices_.push_back({span, std::move(text), rank});
 }
 
+std::vector<Span> Splices::Spans() const {
+  std::vector<Span> all;
+  for (const Splice& splice : splices_) all.push_back(splice.span);
+  std::sort(all.begin(), all.end(), [](const Span& a, const Span& b) { return a.begin < b.begin; });
+  std::vector<Span> apart;
+  for (const Span& span : all) {
+    if (apart.empty() || span.begin > apart.back().end) {
+      apart.push_back(span);
+    } else {
+      apart.back().end = std::max(apart.back().end, span.end);
+    }
+  }
+  return apart;
+}
+
 // Makes one splice of those that touch or overlap.
 void Splices::Join() {
   std::stable_sort(splices_.begin(), splices_.end(), [](const Splice& a, const Splice& b) {

@@ -13,7 +13,7 @@
 namespace confgrove {
 
 // Of several splices that begin at one place, what comes first in the new text.
-enum class Rank { OfSectionBefore, NewSection, CommentAbove, Name };
+enum class Rank { Braces, OfSectionBefore, NewSection, CommentAbove, Name };
 
 class Splices {
  public:
@@ -24,6 +24,9 @@ class Splices {
   void Remove(Span span) { Put(span, {}); }
 
   bool empty() const { return splices_.empty(); }
+
+  // The spans so far, in order and apart: one stands for those that touch.
+  std::vector<Span> Spans() const;
 
   // All of them as edits of the file on the disk, in order and apart. A blank keeps tokens apart
   // that would grow together; line ends are those of the lines around.

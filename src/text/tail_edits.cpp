@@ -17,7 +17,7 @@ struct CommentPlan {
   CommentPlan(const FileText& file, const SectionText& here, const RealSection& section,
               const Editing& editing) {
     const bool wanted = !section.inline_comment().empty();
-    const auto& all = editing.displaced;
+    const auto& all = editing.remedies.displaced;
     displaced = wanted && here.inline_comment.begin > here.open.begin &&
                 std::find(all.begin(), all.end(), &section) != all.end();
     is_new = displaced || (wanted && here.inline_comment.empty());
@@ -47,12 +47,14 @@ void EditOldComment(const FileText& file, Span old, std::string_view wanted, Spl
 void PutBody(const SectionText& here, const RealSection& section, const std::string& comment,
              const std::string& indent, Editing* editing) {
   const FileText& file = editing->file;
+  bool fits_on_line = comment.empty();
   for (std::int32_t i = 0; i < section.child_count(); ++i) {
     CheckNew(*section.children->at(i), editing);
+    fits_on_line = fits_on_line && FitsOnLine(*section.children->at(i));
   }
   const std::size_t end = here.LineEnd();
   const bool ends_line = file.EndsLine(end);
-  if (!ends_line && comment.empty() && FitsOnLine(section) && !file.CommentFollows(end)) {
+  if (!ends_line && fits_on_line && !file.CommentFollows(end)) {
     editing->splices.Put({end, end}, ' ' + BodyOnLine(section, editing->style()));
     return;
   }
@@ -77,7 +79,7 @@ void EditTail(std::int32_t number, const RealSection& section, Editing* editing)
   const std::string_view wanted = section.inline_comment().view();
   const bool differs = wanted != here.section->inline_comment().view();
   const bool new_body = here.open.empty() && section.child_count() > 0;
-  if (!differs && !new_body && editing->displaced.empty()) return;
+  if (!differs && !new_body && editing->remedies.displaced.empty()) return;
   if (differs) editing->Refuse(section, FaultOfComments(section));
   const CommentPlan plan(file, here, section, *editing);
   if (!here.inline_comment.empty() && (plan.displaced || differs)) {

@@ -12,11 +12,6 @@
 namespace confgrove {
 namespace {
 
-struct Pair {
-  std::int32_t number;  // in the file
-  const RealSection* section;
-};
-
 // Whether both have the same value and the same comments.
 bool HasSameFields(const RealSection& a, const RealSection& b) {
   return SameValue(a, b) && a.comment().view() == b.comment().view() &&
@@ -150,17 +145,20 @@ void CheckNew(const RealSection& section, Editing* editing) {
   }
 }
 
-TreeEdits EditsFor(const FileText& file, const RootSection& root,
-                   const std::vector<const RealSection*>& displaced) {
-  Editing editing(file, displaced);
+TreeEdits EditsFor(const FileText& file, const RootSection& root, const Remedies& remedies) {
+  Editing editing(file, remedies);
   EditImports(root, &editing);
+  const bool all = remedies.around_changes || !remedies.displaced.empty();
   std::vector<Pair> left{{0, &root}};
-  if (displaced.empty()) left = DifferentSections(file, root);
+  if (!all) left = DifferentSections(file, root);
+  std::vector<Pair> kept;
   while (!left.empty()) {
     const Pair here = left.back();
     left.pop_back();
     EditSection(here, &editing, &left);
+    if (remedies.around_changes && here.number != 0) kept.push_back(here);
   }
+  RemedyAroundChanges(kept, &editing);
   return {std::move(editing.splices).ToEdits(file), std::move(editing.emptied),
           std::move(editing.obstacle)};
 }

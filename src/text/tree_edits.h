@@ -23,10 +23,18 @@ struct TreeEdits {
   Obstacle obstacle;  // what a file can't hold, as far as a look at each change shows it
 };
 
-// What brings `file`, which is sound, to the tree of `root`. The inline comments of the sections in
-// `displaced` move from behind their bodies to in front of them.
-TreeEdits EditsFor(const FileText& file, const RootSection& root,
-                   const std::vector<const RealSection*>& displaced);
+// What the first attempt has shown to be needed besides.
+struct Remedies {
+  // Inline comments of these sections move from behind their bodies to in front of them.
+  std::vector<const RealSection*> displaced;
+
+  // Where something changes behind a name that stands alone it gets braces, and beside an empty
+  // inline comment behind a body that comment goes.
+  bool around_changes = false;
+};
+
+// What brings `file`, which is sound, to the tree of `root`.
+TreeEdits EditsFor(const FileText& file, const RootSection& root, const Remedies& remedies);
 
 // The sections of the tree whose inline comment `file` doesn't have, by their names.
 std::vector<const RealSection*> WithoutInlineComment(const FileText& file, const RootSection& root);

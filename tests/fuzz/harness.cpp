@@ -1,5 +1,7 @@
 #include "harness.h"
 
+#include <confgrove/save_in_place.h>
+
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
@@ -90,4 +92,13 @@ void SaveAndLoad(confgrove::RootSection* root) {
   Require(same != nullptr && head == same->comment().view() && Dump(*root) == Dump(*same),
           "a load");
   Require(same->Save() && ReadFile(path) == bytes, "the same bytes at the next save");
+  // The canonical layout is that of the first save, which leaves a blank line out.
+  const confgrove::SaveResult formatted = confgrove::FormatFile(path);
+  Require(formatted && formatted.edits.size() <= 1, "a format that keeps what a save gives");
+  for (const confgrove::Edit& edit : formatted.edits) {
+    const std::string gone = bytes.substr(edit.offset, edit.length);
+    Require(edit.text.empty() && (gone == "\n" || gone == "\r\n"), "but for a blank line");
+  }
+  Require(confgrove::FormatFile(path).outcome == confgrove::SaveOutcome::Unchanged,
+          "nothing to format a second time");
 }
