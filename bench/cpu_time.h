@@ -2,7 +2,7 @@
 #ifndef CONFGROVE_BENCH_CPU_TIME_H
 #define CONFGROVE_BENCH_CPU_TIME_H
 
-#include <ctime>
+#include <time.h>
 
 namespace bench {
 
@@ -10,9 +10,13 @@ namespace bench {
 // does meanwhile doesn't count.
 template <class Work>
 double CpuSeconds(Work work) {
-  const std::clock_t start = std::clock();
+  timespec start{};
+  timespec end{};
+  clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &start);
   work();
-  return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
+  clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &end);
+  return static_cast<double>(end.tv_sec - start.tv_sec) +
+         1e-9 * static_cast<double>(end.tv_nsec - start.tv_nsec);
 }
 
 }  // namespace bench

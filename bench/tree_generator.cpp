@@ -126,16 +126,11 @@ void ListPlaces(const Node& node, std::size_t parent, std::size_t depth, std::ve
   for (const Node& child : node.children) ListPlaces(child, here, depth + 1, out);
 }
 
-Query MakeQuery(const std::vector<Place>& places, std::size_t target) {
+Query QueryOf(const std::vector<Place>& places, std::size_t target) {
   std::vector<std::string> names;
   for (std::size_t i = target; i != 0; i = places[i].parent) names.push_back(places[i].node->name);
-  Query query;
-  for (std::size_t i = 0; i < 3; ++i) query.names[i] = std::move(names[2 - i]);
-  query.base.assign(std::make_move_iterator(names.rbegin()),
-                    std::make_move_iterator(names.rend() - 3));
-  query.path = query.names[0] + "." + query.names[1] + "." + query.names[2];
-  query.value = places[target].node->numbers[0];
-  return query;
+  std::reverse(names.begin(), names.end());
+  return MakeQuery(std::move(names), places[target].node->numbers[0]);
 }
 
 }  // namespace
@@ -220,6 +215,17 @@ std::string JoinNumbers(const std::vector<double>& numbers, const char* separato
   return text;
 }
 
+Query MakeQuery(std::vector<std::string> names, double value) {
+  if (names.size() < 3) throw std::runtime_error("a query takes three names");
+  Query query;
+  std::move(names.end() - 3, names.end(), query.names.begin());
+  names.resize(names.size() - 3);
+  query.base = std::move(names);
+  query.path = query.names[0] + "." + query.names[1] + "." + query.names[2];
+  query.value = value;
+  return query;
+}
+
 std::vector<Query> MakeQueries(const Node& root, std::size_t count) {
   std::vector<Place> places;
   ListPlaces(root, 0, 0, &places);
@@ -230,7 +236,7 @@ std::vector<Query> MakeQueries(const Node& root, std::size_t count) {
   if (targets.empty()) throw std::runtime_error("the tree has no number three levels down");
   Dice dice;
   std::vector<Query> queries(count);
-  for (Query& query : queries) query = MakeQuery(places, dice.Pick(targets));
+  for (Query& query : queries) query = QueryOf(places, dice.Pick(targets));
   return queries;
 }
 

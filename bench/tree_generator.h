@@ -60,6 +60,9 @@ struct Query {
   double value;
 };
 
+// Of a number by all names that lead to it from the root, three at least.
+Query MakeQuery(std::vector<std::string> names, double value);
+
 // Numbers drawn at random from all that a tree has at three levels or more, in random order.
 std::vector<Query> MakeQueries(const Node& root, std::size_t count);
 

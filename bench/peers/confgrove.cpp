@@ -1,7 +1,6 @@
 #include <confgrove/confgrove.h>
 
 #include <cmath>
-#include <cstring>
 #include <filesystem>
 #include <stdexcept>
 
@@ -33,7 +32,7 @@ class Confgrove : public PeerWith<Section*> {
     Section* block = WideBlock();
     const std::int32_t count = block->GetSectionCount("");
     std::size_t sum = 0;
-    for (std::int32_t i = 0; i < count; ++i) sum += std::strlen(block->GetName("", i));
+    for (std::int32_t i = 0; i < count; ++i) sum += Seen(block->GetName("", i));
     return sum;
   }
 

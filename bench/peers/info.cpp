@@ -49,7 +49,7 @@ class Info : public PeerWith<ptree*> {
 
   std::size_t List() override {
     std::size_t sum = 0;
-    for (const auto& child : *WideBlock()) sum += child.first.size();
+    for (const auto& child : *WideBlock()) sum += Seen(child.first);
     return sum;
   }
 

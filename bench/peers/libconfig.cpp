@@ -1,4 +1,3 @@
-#include <cstring>
 #include <libconfig.h++>
 
 #include "peer.h"
@@ -50,7 +49,7 @@ class Libconfig : public PeerWith<libconfig::Setting*> {
     const libconfig::Setting& block = *WideBlock();
     const int count = block.getLength();
     std::size_t sum = 0;
-    for (int i = 0; i < count; ++i) sum += std::strlen(block[i].getName());
+    for (int i = 0; i < count; ++i) sum += Seen(block[i].getName());
     return sum;
   }
 

@@ -1,167 +1,208 @@
 // Gives every library the same trees and prints a table for each tree, in Markdown.
 //
-//   bench_peers [--quick] [PEER...]        PEER is part of a name
-//   bench_peers --run KIND TREE PEER FILE  one run, its sample to FILE; the first form calls this
+//   bench_peers [--quick] [--tree TREE]... [PEER...]   TREE and PEER are parts of names
+//   bench_peers --run KIND PEER INPUT OUTPUT TASK      one run; the first form calls this
 //
-// All libraries read from a file and write to one. Each run is a process of its own, so that none
-// finds the heap as another left it. The runs go round: the first of each library, then the second
-// of each.
+// Each run is a process of its own, so that none finds the heap as another left it. The runs go
+// round: the first of each library, then the second of each. A run that was disturbed by what else
+// goes on in the machine is repeated.
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 #include <exception>
-#include <fstream>
+#include <filesystem>
 #include <iostream>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "contest.h"
 #include "files.h"
+#include "quiet.h"
+#include "table.h"
+#include "task.h"
 
 namespace bench {
 namespace {
 
-constexpr const char* Titles[MeasureCount] = {
-    "parse",   "look-up, 3 names", "set, 3 names",       "write",
-    "destroy", "heap bytes",       "heap while parsing", "list names"};
-
-struct Row {
-  std::size_t peer;  // among Peers()
-  std::vector<Sample> samples;
-  double live = 0;
-  double peak = 0;
-  bool slow = false;
+struct Tree {
+  const char* label;
+  Node (*make)(std::size_t);
+  std::size_t size;
+  enum { Ordinary, Wide, Huge } shape;  // Wide has a block to list, Huge is for the fastest alone
+  bool quick;                           // belongs to a quick comparison
 };
 
-// "check" or "time".
-void RunOnce(const std::string& kind, std::size_t tree, std::size_t peer, const std::string& file) {
-  const auto run = kind == "check" ? CheckedRun : TimedRun;
-  const Sample sample = run(Peers().at(peer), Trees.at(tree));
-  std::ofstream stream(file);
-  for (double value : sample) stream << value << "\n";
-  if (!stream.flush()) throw std::runtime_error("cannot write " + file);
+constexpr Tree Trees[] = {{"8 KB", MakeTree, Sections8K, Tree::Ordinary, true},
+                          {"1 MB", MakeTree, Sections1M, Tree::Ordinary, true},
+                          {"16 MB", MakeTree, Sections16M, Tree::Ordinary, false},
+                          {"64 MB", MakeTree, Sections64M, Tree::Huge, false},
+                          {"200 levels", MakeDeepTree, 200, Tree::Ordinary, true},
+                          {"100,000 in one block", MakeWideTree, 100000, Tree::Wide, false}};
+
+constexpr const char* Fastest[] = {"confgrove", "pugixml"};
+
+// How many loops a run waits for a quiet machine.
+constexpr int Patience = 20;
+
+struct Options {
+  std::string program;
+  std::size_t runs = 7;
+  int repeats = 4;  // of a run that was disturbed
+  bool quick = false;
+  std::vector<std::string> trees;
+  std::vector<std::string> peers;
+};
+
+bool IsPart(const std::vector<std::string>& parts, const std::string& name) {
+  return parts.empty() || std::any_of(parts.begin(), parts.end(), [&](const std::string& part) {
+           return name.find(part) != std::string::npos;
+         });
 }
 
-// The same in a process of its own.
-Sample RunApart(const std::string& program, const char* kind, std::size_t tree, std::size_t peer) {
-  const TemporaryDirectory directory;
-  const std::string file = directory.File("sample");
-  const std::string command = "\"" + program + "\" --run " + kind + " " + std::to_string(tree) +
-                              " " + std::to_string(peer) + " \"" + file + "\"";
-  if (std::system(command.c_str()) != 0) {
-    throw std::runtime_error(Peers()[peer].name + " has failed");
+Sample RunApart(const std::string& program, const char* kind, const PeerEntry& peer,
+                const Place& place) {
+  std::string command = "\"" + program + "\" --run " + kind;
+  for (const std::string& argument : {peer.name, place.input, place.output, place.task}) {
+    command += " \"" + argument + "\"";
   }
+  std::FILE* const pipe = popen(command.c_str(), "r");
+  if (pipe == nullptr) throw std::runtime_error("cannot run " + command);
   Sample sample{};
-  std::ifstream stream(file);
-  for (double& value : sample) stream >> value;
-  if (!stream) throw std::runtime_error("cannot read " + file);
+  std::size_t count = 0;
+  while (count < MeasureCount && std::fscanf(pipe, "%lf", &sample[count]) == 1) ++count;
+  if (pclose(pipe) != 0 || count < MeasureCount)
+    throw std::runtime_error(peer.name + " has failed");
   return sample;
 }
 
-double Median(const Row& row, Measure measure) {
-  if (measure == Live) return row.live;
-  if (measure == Peak) return row.peak;
-  std::vector<double> values;
-  for (const Sample& sample : row.samples) values.push_back(sample[measure]);
-  std::sort(values.begin(), values.end());
-  return values[values.size() / 2];
+void Run(const std::string& kind, const std::string& name, const Place& place) {
+  const auto& peers = Peers();
+  const auto is_it = [&](const PeerEntry& entry) { return entry.name == name; };
+  const auto peer = std::find_if(peers.begin(), peers.end(), is_it);
+  if (peer == peers.end()) throw std::runtime_error("there is no " + name);
+  const Sample sample = (kind == "check" ? CheckedRun : TimedRun)(*peer, place);
+  for (const double value : sample) std::printf("%.17g\n", value);
 }
 
-// "1,049", or "9.7" where a whole number would say too little.
-std::string Figure(double value) {
-  char digits[64];
-  std::snprintf(digits, sizeof digits, "%.*f", value < 20 ? 1 : 0, value);
-  std::string text = digits;
-  if (value < 20) return text;
-  for (std::size_t i = text.size(); i > 3; i -= 3) text.insert(i - 3, ",");
-  return text;
-}
+class Comparison {
+ public:
+  explicit Comparison(Options options) : options_(std::move(options)), calm_(CalmLoopSeconds()) {}
 
-// The figure, and how many times that of the first row it is.
-std::string Cell(double value, double first) {
-  if (value == 0) return "| ";
-  char ratio[64];
-  std::snprintf(ratio, sizeof ratio, " (%.*f) | ", value < 20 * first ? 2 : 0, value / first);
-  return Figure(value) + ratio;
-}
-
-// The first `measures` of them.
-void PrintTable(int measures, const std::vector<Row>& rows) {
-  std::cout << "| | ";
-  for (int i = 0; i < measures; ++i) std::cout << Titles[i] << " | ";
-  std::cout << "runs |\n|---|";
-  for (int i = 0; i <= measures; ++i) std::cout << "---:|";
-  std::cout << "\n";
-  for (const Row& row : rows) {
-    std::cout << "| " << Peers()[row.peer].name << " | ";
-    for (int i = 0; i < measures; ++i) {
-      const auto measure = static_cast<Measure>(i);
-      std::cout << Cell(Median(row, measure), Median(rows[0], measure));
-    }
-    std::cout << row.samples.size() << " |\n";
-  }
-  std::cout.flush();
-}
-
-void Compare(const std::string& program, std::size_t tree, std::vector<Row> rows,
-             std::size_t runs) {
-  const Node root = Trees[tree].make(Trees[tree].size);
-  const auto sections = static_cast<double>(CountSections(root));
-  const auto bytes = static_cast<double>(ConfigurationText(root).size());
-  for (Row& row : rows) {
-    const Sample sample = RunApart(program, "check", tree, row.peer);
-    row.live = sample[Live];
-    row.peak = sample[Peak];
-    row.slow = IsSlow(sample, sections);
-    if (row.slow) row.samples.push_back(sample);
-  }
-  for (std::size_t run = 0; run < runs; ++run) {
+  void Compare(const Tree& tree) {
+    const TemporaryDirectory directory;
+    std::vector<Row> rows = Rows(tree.shape == Tree::Huge);
+    if (rows.empty()) return;
+    std::cout << "\n### " << tree.label << ": " << Prepare(tree, rows, directory) << "\n\n";
     for (Row& row : rows) {
-      if (!row.slow) row.samples.push_back(RunApart(program, "time", tree, row.peer));
+      row.live = RunApart(options_.program, "check", *row.peer, PlaceOf(row, directory))[Live];
+    }
+    for (std::size_t run = 0; run < options_.runs; ++run) {
+      for (Row& row : rows) {
+        if (run == 0 || row.samples[0][Warm] > 0) AddSample(&row, PlaceOf(row, directory));
+      }
+    }
+    PrintTable(rows);
+  }
+
+  void PrintNoise() const {
+    std::printf(
+        "\nThe loop took %.1f ms where nothing disturbed it. Of %d processes that were timed\n",
+        1000 * calm_, runs_);
+    std::printf("%d were disturbed and repeated, %d of them to the end.\n", repeated_, kept_);
+  }
+
+ private:
+  // Ours, and then the others that are wanted.
+  std::vector<Row> Rows(bool is_huge) const {
+    std::vector<Row> rows;
+    for (const PeerEntry& peer : Peers()) {
+      const bool is_ours = peer.name == "confgrove";
+      const bool is_fast =
+          std::find(std::begin(Fastest), std::end(Fastest), peer.name) != std::end(Fastest);
+      if (!is_ours && (!IsPart(options_.peers, peer.name) || (is_huge && !is_fast))) continue;
+      rows.insert(is_ours ? rows.begin() : rows.end(), Row{&peer, {}});
+    }
+    return rows;
+  }
+
+  static Place PlaceOf(const Row& row, const TemporaryDirectory& directory) {
+    const std::string number = std::to_string(row.peer - Peers().data());
+    return {directory.File("tree" + number + ".txt"), directory.File("written" + number + ".txt"),
+            directory.File("task")};
+  }
+
+  // Writes the tree for each row, and what to ask of it. Gives its size in words.
+  static std::string Prepare(const Tree& tree, const std::vector<Row>& rows,
+                             const TemporaryDirectory& directory) {
+    const Node root = tree.make(tree.size);
+    std::string size;
+    for (const Row& row : rows) {
+      const std::string text = row.peer->make()->Text(root);
+      WriteFile(PlaceOf(row, directory).input, text.data(), text.size());
+      if (size.empty()) size = Figure(static_cast<double>(text.size()));
+    }
+    const Task task = MakeTask(root, tree.shape == Tree::Wide);
+    WriteTask(task, directory.File("task"));
+    return Figure(static_cast<double>(task.sections)) + " sections, " + size + " bytes";
+  }
+
+  void AddSample(Row* row, const Place& place) {
+    ++runs_;
+    bool is_disturbed = true;
+    Sample sample{};
+    for (int attempt = 0; is_disturbed && attempt <= options_.repeats; ++attempt) {
+      for (int loop = 0; loop < Patience && IsDisturbed(); ++loop) continue;
+      sample = RunApart(options_.program, "time", *row->peer, place);
+      is_disturbed = IsDisturbed();
+      repeated_ += is_disturbed && attempt == 0;
+    }
+    row->disturbed += is_disturbed;
+    kept_ += is_disturbed;
+    row->samples.push_back(sample);
+  }
+
+  bool IsDisturbed() const { return LoopSeconds() > Disturbed * calm_; }
+
+  const Options options_;
+  const double calm_;
+  int runs_ = 0;
+  int repeated_ = 0;  // of the runs
+  int kept_ = 0;      // of those
+};
+
+Options Parse(const std::string& program, const std::vector<std::string>& arguments) {
+  Options options;
+  options.program = program;
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    if (arguments[i] == "--quick") {
+      options.quick = true;
+      options.runs = 3;
+      options.repeats = 1;
+    } else if (arguments[i] == "--tree" && i + 1 < arguments.size()) {
+      options.trees.push_back(arguments[++i]);
+    } else if (arguments[i].rfind('-', 0) != 0) {
+      options.peers.push_back(arguments[i]);
+    } else {
+      throw std::runtime_error("no such option: " + arguments[i]);
     }
   }
-  std::cout << "\n### " << Trees[tree].label << ": " << Figure(sections) << " sections, "
-            << Figure(bytes) << " bytes\n\n";
-  PrintTable(Trees[tree].wide ? MeasureCount : List, rows);
+  return options;
 }
 
-// A row for each library that has `part` in its name.
-std::vector<Row> RowsOf(const std::string& part) {
-  std::vector<Row> rows;
-  for (std::size_t i = 0; i < Peers().size(); ++i) {
-    if (Peers()[i].name.find(part) != std::string::npos) rows.push_back(Row{i, {}});
-  }
-  if (rows.empty()) throw std::runtime_error("no library here has \"" + part + "\" in its name");
-  return rows;
-}
-
-// Our own row, and then those of each name, or of all.
-std::vector<Row> Rows(std::vector<std::string> names) {
-  if (names.empty()) names = {""};
-  std::vector<Row> rows = RowsOf("confgrove");
-  const std::size_t own = rows[0].peer;
-  for (const std::string& name : names) {
-    for (const Row& row : RowsOf(name)) {
-      if (row.peer != own) rows.push_back(row);
-    }
-  }
-  return rows;
-}
-
-void Main(const std::string& program, std::vector<std::string> arguments) {
-  if (arguments.size() == 5 && arguments[0] == "--run") {
-    RunOnce(arguments[1], std::stoul(arguments[2]), std::stoul(arguments[3]), arguments[4]);
+void Main(const std::string& program, const std::vector<std::string>& arguments) {
+  if (arguments.size() == 6 && arguments[0] == "--run") {
+    Run(arguments[1], arguments[2], {arguments[3], arguments[4], arguments[5]});
     return;
   }
-  const bool quick = !arguments.empty() && arguments[0] == "--quick";
-  if (quick) arguments.erase(arguments.begin());
-  const std::vector<Row> rows = Rows(arguments);
-  std::cout << "ns a section, look-up and set ns a call; heap in bytes a section. Medians; in "
-               "brackets how many times the first row. The clock ticks in microseconds.\n";
-  for (std::size_t tree = 0; tree < (quick ? QuickTrees : Trees.size()); ++tree) {
-    Compare(program, tree, rows, quick ? 3 : 7);
+  const Options options = Parse(program, arguments);
+  Comparison comparison(options);
+  for (const Tree& tree : Trees) {
+    const bool is_wanted =
+        options.trees.empty() ? tree.quick || !options.quick : IsPart(options.trees, tree.label);
+    if (is_wanted) comparison.Compare(tree);
   }
+  comparison.PrintNoise();
 }
 
 }  // namespace

@@ -30,7 +30,7 @@ class Nlohmann : public PeerWith<json*> {
 
   std::size_t List() override {
     std::size_t sum = 0;
-    for (const auto& child : WideBlock()->items()) sum += child.key().size();
+    for (const auto& child : WideBlock()->items()) sum += Seen(child.key());
     return sum;
   }
 

@@ -6,11 +6,17 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "tree_generator.h"
 
 namespace bench {
+
+// What reading a name comes to: where it ends, and a byte of it.
+inline std::size_t Seen(std::string_view name) {
+  return name.size() + static_cast<unsigned char>(name.front());
+}
 
 // One library at work on one tree at a time. It throws if the library refuses.
 class Peer {
@@ -23,9 +29,6 @@ class Peer {
   // Reads a file of such text, from opening it on, and makes the tree of it.
   virtual void Load(const std::string& file) = 0;
 
-  // Whether that tree comes from elsewhere, and Write does nothing.
-  virtual bool IsYardstick() const { return false; }
-
   // Finds the block that each query starts from. `queries` outlive the loaded tree.
   virtual void Bind(const std::vector<Query>& queries) = 0;
 
@@ -33,7 +36,7 @@ class Peer {
   virtual double Get(std::size_t query) = 0;
   virtual void Set(std::size_t query, double value) = 0;
 
-  // Visits the children of the block outer.inner in order. The sum of the lengths of their names.
+  // Reads the names of the children of the block outer.inner in order. The sum of what was Seen.
   virtual std::size_t List() = 0;
 
   // Writes the tree to a file beside the one it was loaded from, and destroys it.

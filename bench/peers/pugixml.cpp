@@ -1,4 +1,3 @@
-#include <cstring>
 #include <pugixml.hpp>
 #include <stdexcept>
 
@@ -43,7 +42,7 @@ class Pugixml : public PeerWith<pugi::xml_node> {
 
   std::size_t List() override {
     std::size_t sum = 0;
-    for (const pugi::xml_node& child : WideBlock().children()) sum += std::strlen(child.name());
+    for (const pugi::xml_node& child : WideBlock().children()) sum += Seen(child.name());
     return sum;
   }
 

@@ -33,7 +33,9 @@ class RapidJson : public PeerWith<rapidjson::Value*> {
 
   std::size_t List() override {
     std::size_t sum = 0;
-    for (const auto& child : WideBlock()->GetObject()) sum += child.name.GetStringLength();
+    for (const auto& child : WideBlock()->GetObject()) {
+      sum += Seen({child.name.GetString(), child.name.GetStringLength()});
+    }
     return sum;
   }
 

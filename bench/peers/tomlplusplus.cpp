@@ -53,7 +53,7 @@ class Toml : public PeerWith<toml::table*> {
 
   std::size_t List() override {
     std::size_t sum = 0;
-    for (const auto& child : *WideBlock()) sum += child.first.length();
+    for (const auto& child : *WideBlock()) sum += Seen(child.first.str());
     return sum;
   }
 

@@ -46,7 +46,7 @@ class Yaml : public PeerWith<YAML::Node> {
 
   std::size_t List() override {
     std::size_t sum = 0;
-    for (const auto& child : WideBlock()) sum += child.first.Scalar().size();
+    for (const auto& child : WideBlock()) sum += Seen(child.first.Scalar());
     return sum;
   }
 

@@ -1,0 +1,50 @@
+#include "quiet.h"
+
+#include <sys/mman.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <stdexcept>
+#include <vector>
+
+namespace bench {
+namespace {
+
+// A walk in which each step depends on the one before, so that the processor can't hurry ahead.
+std::uint64_t Walk(std::vector<std::uint64_t>* memory, int steps) {
+  std::uint64_t at = 1;
+  for (int i = 0; i < steps; ++i) {
+    at = at * 6364136223846793005 + 1442695040888963407;
+    at ^= (*memory)[(at >> 33) % memory->size()]++;
+  }
+  return at;
+}
+
+void TouchNewPages(std::size_t size) {
+  void* const block =
+      mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  if (block == MAP_FAILED) throw std::runtime_error("no memory for the loop");
+  for (std::size_t i = 0; i < size; i += 4096) static_cast<volatile char*>(block)[i] = 1;
+  munmap(block, size);
+}
+
+}  // namespace
+
+double LoopSeconds() {
+  static std::vector<std::uint64_t> memory((8 << 20) / sizeof(std::uint64_t));
+  const auto start = std::chrono::steady_clock::now();
+  if (Walk(&memory, 250000) == 0) throw std::runtime_error("the loop has lost its way");
+  TouchNewPages(8 << 20);
+  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+double CalmLoopSeconds() {
+  std::vector<double> turns(100);
+  for (double& turn : turns) turn = LoopSeconds();
+  std::sort(turns.begin(), turns.end());
+  return turns[turns.size() / 10];
+}
+
+}  // namespace bench

@@ -1,0 +1,19 @@
+// How quiet the machine is.
+#ifndef CONFGROVE_BENCH_PEERS_QUIET_H
+#define CONFGROVE_BENCH_PEERS_QUIET_H
+
+namespace bench {
+
+// Seconds on the clock of the wall that a piece of work takes which is always the same: arithmetic,
+// steps through 8 MiB of memory, and 8 MiB of new pages. Some 15 ms.
+double LoopSeconds();
+
+// What the loop takes while nothing disturbs it: of a hundred turns the tenth in speed.
+double CalmLoopSeconds();
+
+// A loop that takes so many times the calm one is disturbed.
+constexpr double Disturbed = 1.1;
+
+}  // namespace bench
+
+#endif
