@@ -107,9 +107,10 @@ class Comparison {
 
   void PrintNoise() const {
     std::printf(
-        "\nThe loop took %.1f ms where nothing disturbed it. Of %d processes that were timed\n",
-        1000 * calm_, runs_);
-    std::printf("%d were disturbed and repeated, %d of them to the end.\n", repeated_, kept_);
+        "\nThe loop takes %.1f ms undisturbed. Of %d runs %d were disturbed and repeated, %d of "
+        "them in "
+        "vain.\n",
+        1000 * calm_, runs_, repeated_, kept_);
   }
 
  private:

@@ -9,6 +9,8 @@
 #include <stdexcept>
 #include <vector>
 
+#include "cpu_time.h"
+
 namespace bench {
 namespace {
 
@@ -30,19 +32,23 @@ void TouchNewPages(std::size_t size) {
   munmap(block, size);
 }
 
+void Loop() {
+  static std::vector<std::uint64_t> memory((8 << 20) / sizeof(std::uint64_t));
+  if (Walk(&memory, 250000) == 0) throw std::runtime_error("the loop has lost its way");
+  TouchNewPages(8 << 20);
+}
+
 }  // namespace
 
 double LoopSeconds() {
-  static std::vector<std::uint64_t> memory((8 << 20) / sizeof(std::uint64_t));
   const auto start = std::chrono::steady_clock::now();
-  if (Walk(&memory, 250000) == 0) throw std::runtime_error("the loop has lost its way");
-  TouchNewPages(8 << 20);
+  Loop();
   return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
 double CalmLoopSeconds() {
   std::vector<double> turns(100);
-  for (double& turn : turns) turn = LoopSeconds();
+  for (double& turn : turns) turn = CpuSeconds(Loop);
   std::sort(turns.begin(), turns.end());
   return turns[turns.size() / 10];
 }

@@ -8,7 +8,8 @@ namespace bench {
 // steps through 8 MiB of memory, and 8 MiB of new pages. Some 15 ms.
 double LoopSeconds();
 
-// What the loop takes while nothing disturbs it: of a hundred turns the tenth in speed.
+// What the loop takes while nothing disturbs it: the processor time of the tenth best of a hundred
+// turns. So a machine that is busy all the time never looks quiet.
 double CalmLoopSeconds();
 
 // A loop that takes so many times the calm one is disturbed.
