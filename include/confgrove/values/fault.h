@@ -16,7 +16,7 @@
 namespace confgrove::detail {
 
 // One text after the other. Keeps what is written out below short, for the sake of compile time.
-inline std::string Glue(std::initializer_list<std::string_view> pieces) {
+CONFGROVE_COLD inline std::string Glue(std::initializer_list<std::string_view> pieces) {
   std::string text;
   for (const std::string_view piece : pieces) text.append(piece.data(), piece.size());
   return text;
@@ -59,7 +59,7 @@ inline bool HasErrors(const std::vector<Fault>& faults) {
 }
 
 // What is wrong, without its place: "port: wanted a whole number, found 1.5".
-inline std::string Message(const Fault& fault) {
+CONFGROVE_COLD inline std::string Message(const Fault& fault) {
   return detail::Glue({fault.path, fault.path.empty() ? "" : ": ",
                        fault.kind == FaultKind::Missing ? "missing, " : "",
                        fault.wanted.empty() ? "" : "wanted ", fault.wanted,
@@ -68,7 +68,7 @@ inline std::string Message(const Fault& fault) {
 }
 
 // One line for each: "server.cfg:7:5: error: port: wanted a whole number, found 1.5\n".
-inline std::string ToText(const std::vector<Fault>& faults) {
+CONFGROVE_COLD inline std::string ToText(const std::vector<Fault>& faults) {
   std::string text;
   for (const Fault& fault : faults) {
     const bool is_error = fault.severity == Severity::Error;
@@ -84,7 +84,7 @@ inline std::string ToText(const std::vector<Fault>& faults) {
 
 // The line of the place as it is in the file, and marks below what stands there; each ends in a
 // line end. "" if the place has no line, or the file can't be read.
-inline std::string Excerpt(const Place& place) {
+CONFGROVE_COLD inline std::string Excerpt(const Place& place) {
   std::string text;
   if (place.line == 0) return text;
   std::FILE* const file = std::fopen(place.file.c_str(), "rb");

@@ -52,7 +52,7 @@ constexpr bool IsFinite(double number) {
 
 // The shortest text that reads back as the same number, whatever the language of the system; of a
 // whole number without an exponent.
-inline std::string NumberText(double number) {
+CONFGROVE_COLD inline std::string NumberText(double number) {
   char buffer[32];
   char* const end = buffer + sizeof buffer;
   if (number >= -LargestWhole && number <= LargestWhole) {
@@ -65,7 +65,7 @@ inline std::string NumberText(double number) {
 }
 
 // For a message: no control bytes, and not too long.
-inline std::string Quoted(std::string_view text) {
+CONFGROVE_COLD inline std::string Quoted(std::string_view text) {
   constexpr std::size_t longest = 60;
   std::string quoted = "\"";
   for (const char c : text.substr(0, longest)) {

@@ -59,17 +59,26 @@ class NumberSet {
   std::size_t size_ = 0;
 };
 
+// Faults, and the section of each, whose place it has.
+struct Findings {
+  CONFGROVE_COLD Fault* Add(FaultKind kind, const std::string& path, Section* section) {
+    sections.push_back(section);
+    Fault& added = faults.emplace_back();
+    added.kind = kind;
+    added.path = path;
+    return &added;
+  }
+
+  std::vector<Fault> faults{};
+  std::vector<Section*> sections{};
+};
+
 // What the readers of one configuration share.
 class ReadState {
  public:
   explicit ReadState(Config* config) : top(config) {}
   ReadState(const ReadState&) = delete;
   ReadState& operator=(const ReadState&) = delete;
-
-  struct Entry {
-    Fault fault{};
-    Section* section = nullptr;  // whose place it has; null: that of the configuration's file
-  };
 
   void Ask(Section* section) { asked_.Insert(reinterpret_cast<std::uintptr_t>(section)); }
   bool WasAsked(Section* section) const {
@@ -83,21 +92,18 @@ class ReadState {
     if (missed_hashes_.Insert(hash | 1)) missed.push_back(path);
   }
 
-  // A new fault to fill in, or null: the same one of the same setting counts once.
-  Fault* Add(FaultKind kind, const std::string& path, Section* section) {
-    for (const Entry& known : faults) {
-      if (known.fault.kind == kind && known.fault.path == path) return nullptr;
+  // A new fault to fill in, or null: the same one of the same setting counts once. Without a
+  // section it has the place of the configuration's file.
+  CONFGROVE_COLD Fault* Add(FaultKind kind, const std::string& path, Section* section) {
+    for (const Fault& known : wrong.faults) {
+      if (known.kind == kind && known.path == path) return nullptr;
     }
-    Entry& added = faults.emplace_back();
-    added.fault.kind = kind;
-    added.fault.path = path;
-    added.section = section;
-    return &added.fault;
+    return wrong.Add(kind, path, section != nullptr ? section : top);
   }
 
   Config* top;
   std::vector<std::string> missed{};  // paths from the top that were asked for in vain
-  std::vector<Entry> faults{};
+  Findings wrong{};
 
  private:
   NumberSet asked_{};  // sections, which may be gone
@@ -129,27 +135,32 @@ inline void FollowLinks(ReadState* state, Found* found) {
 }
 
 // What is there, as a file would say it.
-inline std::string FoundText(const Found& found) {
+CONFGROVE_COLD inline std::string FoundText(const Found& found) {
   const char* const link = LinkTarget(found.section);
   if (found.target == nullptr) return Glue({"a link to ", link, ", which leads nowhere"});
+  const std::int32_t count = found.value.count;
   std::string text;
   if (found.value.text != nullptr) {
     text = Quoted(found.value.text);
-  } else if (found.value.count > 0) {
+  } else if (count > 0) {
     constexpr std::int32_t most = 8;
-    for (std::int32_t i = 0; i < found.value.count && i < most; ++i) {
-      text = Glue({text, i > 0 ? ", " : "", NumberText(found.value.numbers[i])});
+    if (count > 1) text += '[';
+    for (std::int32_t i = 0; i < count && i < most; ++i) {
+      if (i > 0) text += ", ";
+      text += NumberText(found.value.numbers[i]);
     }
-    if (found.value.count > 1) text = Glue({"[", text, found.value.count > most ? ", ...]" : "]"});
+    if (count > 1) text += count > most ? ", ...]" : "]";
   } else {
     text = found.target->GetSectionCount("") > 0 ? "a block" : "no value";
   }
-  return link == nullptr ? text : Glue({text, ", by a link to ", link});
+  if (link != nullptr) text.append(", by a link to ").append(link);
+  return text;
 }
 
 // All sections at `path` below the configuration's file and its imports, in the order in which
 // look-ups ask them.
-inline void AddLayers(Config* config, const char* path, std::vector<Section*>* layers) {
+CONFGROVE_COLD inline void AddLayers(Config* config, const char* path,
+                                     std::vector<Section*>* layers) {
   Section* const found = FindSection(config, path);
   if (found != nullptr && ConfigOf(found) == config) layers->push_back(found);
   for (Config* const import : Imports(config)) AddLayers(import, path, layers);
@@ -177,14 +188,14 @@ inline std::vector<std::string> NamesBelow(const std::vector<Section*>& layers) 
 }
 
 // The faults with their places, in the order of files and places.
-inline std::vector<Fault> InOrder(const std::vector<ReadState::Entry>& entries,
-                                  const std::vector<Place>& places) {
+CONFGROVE_COLD inline std::vector<Fault> InOrder(const Findings& found) {
+  const std::vector<Place> places = Where(found.sections);
   struct Item {
     const Fault* fault;
     const Place* place;
   };
-  std::vector<Item> items;
-  for (std::size_t i = 0; i < entries.size(); ++i) items.push_back({&entries[i].fault, &places[i]});
+  std::vector<Item> items(places.size());
+  for (std::size_t i = 0; i < items.size(); ++i) items[i] = {&found.faults[i], &places[i]};
   const auto compare = [](const void* left, const void* right) {
     const Item& a = *static_cast<const Item*>(left);
     const Item& b = *static_cast<const Item*>(right);
@@ -194,11 +205,10 @@ inline std::vector<Fault> InOrder(const std::vector<ReadState::Entry>& entries,
     return a.fault < b.fault ? -1 : 1;
   };
   if (!items.empty()) std::qsort(items.data(), items.size(), sizeof(Item), compare);
-  std::vector<Fault> faults;
-  faults.reserve(items.size());
-  for (const Item& item : items) {
-    faults.push_back(*item.fault);
-    faults.back().place = *item.place;
+  std::vector<Fault> faults(items.size());
+  for (std::size_t i = 0; i < items.size(); ++i) {
+    faults[i] = *items[i].fault;
+    faults[i].place = *items[i].place;
   }
   return faults;
 }

@@ -5,8 +5,8 @@
 #include <confgrove/config.h>
 #include <confgrove/open_file.h>
 #include <confgrove/problem.h>
+#include <confgrove/values/owner.h>
 
-#include <memory>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -20,8 +20,8 @@ class [[nodiscard]] Opened {
  public:
   explicit Opened(Config* config) : config_(config) {}
 
-  explicit operator bool() const { return config_ != nullptr; }
-  Config& operator*() const { return *config_; }
+  explicit operator bool() const { return config_.get() != nullptr; }
+  Config& operator*() const { return *config_.get(); }
   Config* operator->() const { return config_.get(); }
   Config* get() const { return config_.get(); }
   Config* release() { return config_.release(); }  // the caller deletes it
@@ -29,7 +29,7 @@ class [[nodiscard]] Opened {
   std::vector<Problem> problems{};  // of a file that couldn't be opened
 
  private:
-  std::unique_ptr<Config> config_;
+  detail::Owner<Config> config_;
 };
 
 // Opens a file: a path as text, or a std::filesystem::path. Sends no message, and leaves the

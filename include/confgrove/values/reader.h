@@ -7,12 +7,12 @@
 #include <confgrove/values/fault.h>
 #include <confgrove/values/kinds.h>
 #include <confgrove/values/look_up.h>
+#include <confgrove/values/owner.h>
 #include <confgrove/values/rules.h>
 #include <confgrove/values/unread.h>
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -59,7 +59,7 @@ class Reader {
   Reader(Reader&&) = default;
   Reader& operator=(Reader&&) = default;
   explicit Reader(Section& section)
-      : owned_(std::make_unique<detail::ReadState>(ConfigOf(&section))),
+      : owned_(new detail::ReadState(ConfigOf(&section))),
         state_(owned_.get()),
         path_(PathOf(&section)) {
     if (path_.empty()) {
@@ -122,15 +122,15 @@ class Reader {
   std::vector<NamedBlock> Blocks(PathText path);
 
   // All that was wrong so far, by file and place. Finding the places takes as long as a load.
-  std::vector<Fault> Faults() const { return WithPlaces(state_->faults); }
+  std::vector<Fault> Faults() const { return detail::InOrder(state_->wrong); }
 
   // The settings below this section that nobody has asked for, one for a whole block, each with the
   // nearest name that somebody did ask for. Warnings, or what `severity` says.
   std::vector<Fault> Unread(Severity severity = Severity::Warning) const {
     detail::UnreadFinder finder(state_);
     finder.LookBelow(IsTop() ? LayersAt("") : layers_, path_);
-    for (detail::ReadState::Entry& entry : finder.found) entry.fault.severity = severity;
-    return WithPlaces(finder.found);
+    for (Fault& fault : finder.found.faults) fault.severity = severity;
+    return detail::InOrder(finder.found);
   }
 
   // --- For the rest of this layer
@@ -220,8 +220,8 @@ class Reader {
   template <typename... Rules>
   const char* CurrentName(const char* path, const Rules&... rules);
 
-  void AddWrong(FaultKind kind, const char* path, const detail::Found& found,
-                const std::string& wanted) {
+  CONFGROVE_COLD void AddWrong(FaultKind kind, const char* path, const detail::Found& found,
+                               const std::string& wanted) {
     Fault* const fault = AddFault(kind, path, found.section);
     if (fault == nullptr) return;
     fault->wanted = wanted;
@@ -229,7 +229,7 @@ class Reader {
   }
 
   // Without a section it is the place of the nearest block that is there.
-  Fault* AddFault(FaultKind kind, const char* path, Section* section) {
+  CONFGROVE_COLD Fault* AddFault(FaultKind kind, const char* path, Section* section) {
     const std::string whole = detail::Join(path_, path);
     std::string rest = whole;
     while (section == nullptr && !rest.empty()) {
@@ -247,15 +247,7 @@ class Reader {
     fault->note = detail::Glue({"is called ", detail::Join(path_, path), " now"});
   }
 
-  std::vector<Fault> WithPlaces(const std::vector<detail::ReadState::Entry>& entries) const {
-    std::vector<Section*> sections;
-    for (const auto& entry : entries) {
-      sections.push_back(entry.section != nullptr ? entry.section : state_->top);
-    }
-    return detail::InOrder(entries, Where(sections));
-  }
-
-  std::unique_ptr<detail::ReadState> owned_{};  // by the reader that the others come from
+  detail::Owner<detail::ReadState> owned_{nullptr};  // by the reader that the others come from
   detail::ReadState* state_;
   std::vector<Section*> layers_{};  // of the configuration's top only itself: it sees its imports
   std::string path_;                // from the top

@@ -37,7 +37,7 @@ struct NumberRange {
     }
   }
 
-  std::string Phrase() const {
+  CONFGROVE_COLD std::string Phrase() const {
     const bool has_lowest = detail::IsFinite(lowest);
     const bool has_highest = detail::IsFinite(highest);
     if (has_lowest && has_highest) {
@@ -71,7 +71,7 @@ struct Length {
     return value.size() >= least && value.size() <= most;
   }
 
-  std::string Phrase() const {
+  CONFGROVE_COLD std::string Phrase() const {
     return ", length " + std::to_string(least) +
            (least == most ? "" : " to " + std::to_string(most));
   }
@@ -110,7 +110,7 @@ struct Choice {
     return false;
   }
 
-  std::string Phrase() const {
+  CONFGROVE_COLD std::string Phrase() const {
     std::string all;
     for (std::size_t i = 0; i < count; ++i) {
       if (i > 0) all += i + 1 < count ? ", " : " or ";
@@ -201,7 +201,7 @@ const char* Words(const Rule& rule) {
 
 // What the rules want, as it goes on from the words for a type.
 template <typename... Rules>
-std::string PhraseOf(const Rules&... rules) {
+CONFGROVE_COLD std::string PhraseOf(const Rules&... rules) {
   std::string phrase;
   const auto add = [&phrase](const auto& rule) {
     if constexpr (!IsNote<std::decay_t<decltype(rule)>>) phrase += rule.Phrase();

@@ -23,7 +23,7 @@ class UnreadFinder {
     for (const std::string& name : NamesBelow(layers)) LookAt(layers, path, name);
   }
 
-  std::vector<ReadState::Entry> found{};
+  Findings found{};
 
  private:
   // Whether the section of that name or anything below it was asked for.
@@ -37,19 +37,17 @@ class UnreadFinder {
       children.push_back(child);
       asked = asked || state_.WasAsked(child);
     }
-    const std::size_t found_before = found.size();
+    const std::size_t found_before = found.faults.size();
     const std::string child_path = Join(path, name);
     for (const std::string& below : NamesBelow(children)) {
       asked = LookAt(children, child_path, below) || asked;
     }
     if (asked || children.empty()) return true;
-    found.resize(found_before);
-    Fault fault;
-    fault.severity = Severity::Warning;
-    fault.kind = FaultKind::Unread;
-    fault.path = child_path;
-    fault.note = "unknown setting" + Suggestion(layers, path, name);
-    found.push_back({std::move(fault), children.front()});
+    found.faults.resize(found_before);
+    found.sections.resize(found_before);
+    Fault* const fault = found.Add(FaultKind::Unread, child_path, children.front());
+    fault->severity = Severity::Warning;
+    fault->note = "unknown setting" + Suggestion(layers, path, name);
     return false;
   }
 
