@@ -29,7 +29,7 @@ file(WRITE ${CMAKE_CROSSCOMPILING_EMULATOR} "#!/bin/sh
 # Runs a program for Windows, whose letters are UTF-8 here. A limit on the size of files is a full disk.
 wine=/usr/lib/wine/wine64 # without a word on 32 bits
 [ -x $wine ] || wine=wine
-export LC_ALL=C.UTF-8 WINEPATH='${libraries}' WINEDEBUG=\"\${WINEDEBUG:--all}\"
+export LC_ALL=\${CONFGROVE_LOCALE:-C.UTF-8} WINEPATH='${libraries}' WINEDEBUG=\"\${WINEDEBUG:--all}\"
 trap '' XFSZ
 exec $wine \"$@\"
 ")

@@ -169,8 +169,8 @@ TEST(Files, NameAndTimeAreOfThisMoment) {
   std::tm date = {};
   date.tm_year = 124, date.tm_mon = 10, date.tm_mday = 22, date.tm_hour = 21;
   std::string texts;
-  for (const std::time_t time :
-       {std::mktime(&date), std::mktime(&date) + 61, std::time_t{ThisSystem.untold_time}}) {
+  const std::int64_t evening = std::mktime(&date);
+  for (const std::int64_t time : {evening, evening + 61, ThisSystem.untold_time}) {
     SetFileTime(path, time);
     const char* const text = a->GetFileTime();
     texts += text == nullptr ? "none" : text + std::string(", ");

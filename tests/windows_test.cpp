@@ -6,6 +6,7 @@
 
 #include "platform/windows_api.h"
 #include "support.h"
+#include "systems.h"
 #include "text/replace_file.h"
 
 namespace {
@@ -57,9 +58,22 @@ TEST(Windows, FormsOfPaths) {
   EXPECT_EQ(FilesIn(dir), 5u);
 }
 
+// The code page of a Russian system.
+TEST(Windows, NamesInTheCodePage) {
+  if (::GetACP() != 1251) GTEST_SKIP() << "this system has another code page";
+  const TempDir dir;
+  EXPECT_EQ(Outcome(dir.Path() + "\xE6\xF3\xEA.cfg"), "str");
+  EXPECT_TRUE(Exists(std::filesystem::path(dir.Path()) / L"\x436\x443\x43A.cfg"));
+  // UTF-8 in part, so all of it is of the page.
+  EXPECT_EQ(Outcome(dir.Path() + "\xE6\xF3\xEA\xD0\xB6.cfg"), "str");
+  EXPECT_TRUE(Exists(std::filesystem::path(dir.Path()) / L"\x436\x443\x43A\x420\xB6.cfg"));
+  EXPECT_EQ(FilesIn(dir), 2u);
+}
+
 TEST(Windows, DevicesAreNoFiles) {
   const TempDir dir;
-  for (const std::string path : {"nul", "\\\\.\\nul", "con", "\\\\server\\share\\x.cfg"}) {
+  for (const std::string path : {"nul", "\\\\.\\nul", "con", "\\\\server\\share\\x.cfg",
+                                 "\\\\?\\UNC\\server\\share\\x.cfg"}) {
     EXPECT_EQ(Outcome(path), "") << path;
   }
 }

@@ -18,6 +18,7 @@ int Run(int argc, char** argv) {
                "confgrove");
   app.set_version_flag("--version", "confgrove " CONFGROVE_VERSION);
   app.require_subcommand(1);
+  app.allow_windows_style_options(false);  // a path may begin with a slash
   app.footer("Exit code: 0 done, 1 not found, faulty or refused, 2 a wrong call.");
   Action action;
   Command tool(&app, &action);

@@ -1,5 +1,6 @@
 # What the tests of the tool share. They are called with the path of the tool.
 tool=$(realpath "$1")
+source "$(dirname "${BASH_SOURCE[0]}")/systems.sh"
 memory=/dev/shm  # where it is there, since each change of a file waits for the disk
 [[ -d $memory && -w $memory ]] || memory=${TMPDIR:-/tmp}
 top=$(mktemp -d -p "$memory")
@@ -10,6 +11,7 @@ cd "$top/work" || exit 1
 failures=0
 
 fail() {
+  holds_here "$1" || return 0
   printf 'FAILED: %s\n' "$1"
   failures=$((failures + 1))
 }
@@ -17,6 +19,7 @@ fail() {
 # equal NOTE WANTED FOUND
 equal() {
   [[ "$2" == "$3" ]] && return
+  holds_here "$1" || return
   fail "$1"
   printf -- '--- wanted\n%s\n--- found\n%s\n' "$2" "$3"
 }
@@ -35,6 +38,9 @@ holds() {
   file "$top/wanted" "$3"
   equal "$1: bytes of $2" "$(bytes "$top/wanted")" "$(bytes "$2")"
 }
+
+# written NOTE NAME TEXT: the same for a file that is written anew, with the system's line ends
+written() { holds "$1" "$2" "${3//\\n/$line_end}"; }
 
 # call NOTE CODE OUTPUT COMPLAINTS ARGUMENT...: one call of the tool and all that comes of it
 call() {

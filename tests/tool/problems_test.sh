@@ -6,6 +6,7 @@
 tool=$(realpath "$1")
 top=$(realpath "$(dirname "${BASH_SOURCE[0]}")/../..")
 pairs=$top/tests/problems
+source "$top/tests/tool/systems.sh"
 export LC_ALL=C
 failures=0
 work=$(mktemp -d)
@@ -44,7 +45,7 @@ for file in *.cfg; do
     failures=$((failures + 1))
   fi
   command -v jq >/dev/null || continue
-  for form in json rendered sarif; do
+  for form in $forms; do
     if [[ $(short_places "$file" | head -n 50) != $("${form}_places" "$file" | head -n 50) ]]; then
       printf 'FAILED: %s: the places as %s are others\n' "$file" "$form"
       failures=$((failures + 1))
