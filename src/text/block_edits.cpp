@@ -8,6 +8,7 @@
 #include "text/editing.h"
 #include "text/match.h"
 #include "text/section_text.h"
+#include "tree/node.h"
 
 namespace confgrove {
 namespace {

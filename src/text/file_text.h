@@ -11,16 +11,10 @@
 
 #include "parser/record.h"
 #include "text/line_map.h"
+#include "text/span.h"
 #include "tree/root_section.h"
 
 namespace confgrove {
-
-// Bytes of a text, from `begin` up to `end`.
-struct Span {
-  std::size_t begin = 0;
-  std::size_t end = 0;
-  bool empty() const { return begin == end; }
-};
 
 // Where a section stands. A span that is empty isn't there.
 struct SectionText {

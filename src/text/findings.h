@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "text/span.h"
+
 namespace confgrove {
 
 enum class Code : std::uint8_t {
@@ -58,13 +60,6 @@ const char* SlugOf(Code code);
 
 // The code of a message of the reader.
 Code CodeOf(const char* message);
-
-// Bytes of a file, as it is read: each CR LF is one LF.
-struct Span {
-  std::size_t begin = 0, end = 0;
-
-  std::string_view In(std::string_view text) const { return text.substr(begin, end - begin); }
-};
 
 struct Change {
   Span span;

@@ -39,6 +39,11 @@ void Survey::Run() {
   }
 }
 
+std::int32_t Survey::LineOf(std::size_t place) const {
+  if (positions_ == nullptr) positions_ = std::make_unique<Positions>(text_, file_.record, "");
+  return positions_->Line(place);
+}
+
 const Piece* Survey::PieceBefore(std::size_t place) const {
   auto at =
       std::lower_bound(telling_.begin(), telling_.end(), place,

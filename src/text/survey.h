@@ -4,12 +4,14 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
 
 #include "parser/load.h"
 #include "text/findings.h"
+#include "text/positions.h"
 #include "text/section_map.h"
 
 namespace confgrove {
@@ -27,6 +29,9 @@ class Survey {
   const RecordedFile& file() const { return file_; }
   std::string_view text() const { return text_; }
   const SectionMap& sections() const { return sections_; }
+
+  // The line in which `place` stands, as messages count.
+  std::int32_t LineOf(std::size_t place) const;
 
   // The last piece that ends at `place` or in front of it, and the first that begins there or
   // behind; null without one. Block comments, and what a '/' takes along, don't count.
@@ -94,6 +99,7 @@ class Survey {
   const std::vector<Fault>& faults_;
   std::vector<const Piece*> telling_;  // those that count for PieceBefore
   std::string_view text_;
+  mutable std::unique_ptr<Positions> positions_;  // made when a line is asked for
   std::size_t file_index_;
   std::vector<Finding>& findings_;
 

@@ -261,7 +261,7 @@ void CloseBlock(const Survey& survey, Finding* found) {
   const std::size_t begin = LineBegin(text, brace);
   const std::size_t indented = SkipBlanks(text, begin);
   std::string line = "\n" + std::string(text.substr(begin, indented - begin)) + '}';
-  AddFix(found, "add a '}' above line " + std::to_string(first->line), false,
+  AddFix(found, "add a '}' above line " + std::to_string(survey.LineOf(first->begin)), false,
          {{{place, place}, std::move(line)}});
 }
 
