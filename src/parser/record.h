@@ -72,7 +72,10 @@ struct Record {
   // Room that isn't used has no pages. And what is given back in one large piece lets glibc keep
   // the pages of the pieces around it, for the next record to take.
   void ReserveFor(std::size_t size) {
-    constexpr std::size_t DenseSize = 2, UsualSize = 10, SectionSize = 30, Small = 1 << 19;
+    constexpr std::size_t DenseSize = 2;  // of a piece, with the blanks around it
+    constexpr std::size_t UsualSize = 10;
+    constexpr std::size_t SectionSize = 30;
+    constexpr std::size_t Small = 1 << 19;  // in pieces
     pieces.reserve(std::min(size / DenseSize, std::max(size / UsualSize, Small)));
     sections.reserve(size / SectionSize + 1);
   }
