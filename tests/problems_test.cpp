@@ -1,5 +1,6 @@
 // The ways out of each file in tests/problems, and what Check does beside its answer.
 #include <confgrove/problem.h>
+#include <confgrove/values/nearest.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -76,6 +77,54 @@ TEST(Problems, EachSafeFixTakesItsProblemAwayAndBringsNone) {
     }
   }
   EXPECT_GE(applied, 30);
+}
+
+// Where a block was to be closed, as its lines are indented.
+const struct {
+  const char *note, *text, *mended;
+} BlockCases[] = {
+    {"a name further out", "x {\n  a = 1\n\n# of y\ny {\n  b = 1\n}\n",
+     "x {\n  a = 1\n}\n\n# of y\ny {\n  b = 1\n}\n"},
+    {"a brace further out", "x\n{\n\ty\n\t{\n\t\ta = 1\n}\n",
+     "x\n{\n\ty\n\t{\n\t\ta = 1\n\t}\n}\n"},
+    {"nothing tells", "x { y { a = 1 }\n", "x { y { a = 1 }\n}\n\n"},
+};
+
+TEST(Problems, ClosesABlockWhereItsIndentationEnds) {
+  const TempDir dir;
+  for (const auto& c : BlockCases) {
+    SCOPED_TRACE(c.note);
+    dir.WriteFile("x.cfg", c.text);
+    const std::vector<Problem> problems = Check(dir.Path("x.cfg"));
+    ASSERT_EQ(CountCodes(problems), (std::map<std::string, int>{{"unclosed-block", 1}}));
+    const std::string mended = confgrove::Apply(c.text, problems.front().fixes.front().edits);
+    EXPECT_EQ(mended, c.mended);
+    dir.WriteFile("x.cfg", mended.c_str());
+    EXPECT_EQ(Check(dir.Path("x.cfg")).size(), 0U);
+  }
+}
+
+const struct {
+  const char* wanted;
+  std::vector<const char*> candidates;
+  const char* found;
+} NearestCases[] = {
+    {"brust", {"rate", "burst", "port"}, "burst"},
+    {"limits.brust", {"limits.burst", "limits.rate"}, "limits.burst"},
+    {"port", {"ports", "sport"}, ""},  // two are as near
+    {"port", {"ports", "sport", "port"}, "port"},
+    {"port", {"ports", "ports"}, "ports"},  // one that is told twice is no other
+    {"ab", {"ac", "b", "abcd"}, ""},        // more than a third is another
+    {"ab", {"abc"}, "abc"},
+    {"", {"a", "b"}, ""},
+};
+
+TEST(Problems, NearestIsAThirdAwayAtMostAndAlone) {
+  for (const auto& c : NearestCases) {
+    confgrove::detail::Nearest nearest(c.wanted);
+    for (const char* candidate : c.candidates) nearest.Take(candidate);
+    EXPECT_EQ(nearest.Found(), c.found) << c.wanted;
+  }
 }
 
 TEST(Problems, OneForTheChainOfImportsThatIsTooLong) {
