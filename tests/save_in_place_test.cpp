@@ -360,6 +360,7 @@ TEST(Format, LosesNothing) {
       {"heads", "# one\n$import \"base\"\n# two\n$import \"other\"\na = 1\n",
        "# one\n\n$import \"base\"\n# two\n$import \"other\"\n\na = 1\n"},
       {"line ends", "a = 1\r\n", "a = 1\n"},
+      {"a slash that the end of the file cuts off", "/x/", "/x\n/ \n"},
   };
   const TempDir directory;
   directory.WriteFile("base.cfg", "base = 1\n");
@@ -372,6 +373,15 @@ TEST(Format, LosesNothing) {
     EXPECT_EQ(confgrove::FormatFile(directory.Path("t.cfg")).outcome,
               confgrove::SaveOutcome::Unchanged);
   }
+}
+
+// Two of the three bytes at the end are a line end, on every system.
+TEST(Format, KeepsACarriageReturnInFrontOfALineEnd) {
+  const TempDir directory;
+  directory.WriteFile("t.cfg", "/* open\r\r\n");
+  EXPECT_EQ(confgrove::FormatFile(directory.Path("t.cfg")).outcome,
+            confgrove::SaveOutcome::Unchanged);
+  EXPECT_EQ(directory.ReadFile("t.cfg"), "/* open\r\r\n");
 }
 
 }  // namespace

@@ -46,7 +46,9 @@ class Finder {
       case PieceKind::BlockComment: Keep(piece, Text(piece)); break;
       case PieceKind::Slash: {
         std::string text = Text(piece);
-        if (text.size() == 2 && IsLineEnd(text.back())) text.back() = ' ';
+        // The byte that it takes along is not to be the end of its new line.
+        if (text.size() == 1) text += ' ';
+        if (IsLineEnd(text.back())) text.back() = ' ';
         Keep(piece, std::move(text));
         break;
       }

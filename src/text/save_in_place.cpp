@@ -17,11 +17,14 @@
 namespace confgrove {
 namespace {
 
-// A text of ours as the system's text files hold it.
+// A text of ours as the system's text files hold it. A CR in front of a line end that is a mere LF
+// would be read as a part of it: that line ends in CR LF.
 std::string ForDisk(const std::string& text) {
   std::string bytes;
   for (const char c : text) {
-    if (c == '\n') {
+    if (c == '\n' && !bytes.empty() && bytes.back() == '\r') {
+      bytes.append("\r\n");
+    } else if (c == '\n') {
       bytes.append(Platform::line_end);
     } else {
       bytes += c;

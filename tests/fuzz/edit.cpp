@@ -73,6 +73,14 @@ void RequireSame(const confgrove::RealSection& tree, const confgrove::RealSectio
   }
 }
 
+void FormatTwice(const std::string& bytes) {
+  WriteFile("b.cfg", bytes);
+  const std::string path = ConfGetRoot() + std::string("b.cfg");
+  if (!confgrove::FormatFile(path)) return;
+  Require(confgrove::FormatFile(path).outcome == confgrove::SaveOutcome::Unchanged,
+          "nothing to format a second time");
+}
+
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -84,6 +92,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (config == nullptr) return 0;
   Require(confgrove::SaveInPlace(config.get()).outcome == confgrove::SaveOutcome::Unchanged,
           "nothing to do at first");
+  FormatTwice(before);
   if (before.size() < size) Change(config.get(), input.substr(before.size() + 1));
   if (config->GetName("") != std::string("a")) return 0;
 
