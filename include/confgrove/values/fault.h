@@ -52,6 +52,7 @@ struct Fault {
 };
 
 inline bool HasErrors(const std::vector<Fault>& faults) {
+  // NOLINTNEXTLINE(readability-use-anyofallof): <algorithm> takes long to compile
   for (const Fault& fault : faults) {
     if (fault.severity == Severity::Error) return true;
   }
@@ -95,7 +96,7 @@ CONFGROVE_COLD inline std::string Excerpt(const Place& place) {
     text.append(buffer, got);
   }
   std::fclose(file);
-  if (place.offset > text.size()) return std::string();
+  if (place.offset > text.size()) return {};
   const std::size_t begin = text.find_last_of("\r\n", place.offset) + 1;
   std::string line = text.substr(begin, text.find_first_of("\r\n", begin) - begin) + '\n';
   for (std::int32_t column = 1; column < place.column; ++column) {

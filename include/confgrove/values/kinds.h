@@ -58,10 +58,10 @@ CONFGROVE_COLD inline std::string NumberText(double number) {
   if (number >= -LargestWhole && number <= LargestWhole) {
     const auto whole = static_cast<std::int64_t>(number);
     if (Same(static_cast<double>(whole), number)) {
-      return std::string(buffer, std::to_chars(buffer, end, whole).ptr);
+      return {buffer, std::to_chars(buffer, end, whole).ptr};
     }
   }
-  return std::string(buffer, std::to_chars(buffer, end, number).ptr);
+  return {buffer, std::to_chars(buffer, end, number).ptr};
 }
 
 // For a message: no control bytes, and not too long.
@@ -117,7 +117,7 @@ struct NumberKind<T, std::enable_if_t<std::is_arithmetic_v<T>>> {
   static double ForFile(T value) {
     if constexpr (std::is_same_v<T, float>) {
       char buffer[32];
-      double number = static_cast<double>(value);
+      auto number = static_cast<double>(value);
       std::from_chars(buffer, std::to_chars(buffer, buffer + sizeof buffer, value).ptr, number);
       return number;
     } else {
