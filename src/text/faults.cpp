@@ -263,7 +263,8 @@ void Survey::JudgeEnd(Finding* found) {
   found->span = {end, end};
   if (found->cause >= 0) return;
   if (odd_pair_.end > 0) return ShowOddPair(found);
-  const std::size_t brace = meant_.size() > 1 ? meant_.back().brace : 0;
+  const std::size_t brace = meant_.size() > 1 ? meant_.back().brace : NoPlace;
+  if (brace == NoPlace) return;
   found->related.push_back({file_index_, {brace, brace + 1}, "opened here"});
 }
 

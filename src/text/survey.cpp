@@ -205,7 +205,7 @@ void Survey::CloseBody(const Piece& piece) {
   const bool is_brace = At(piece.begin) == '}';
   if (is_brace && meant_.size() > 1) {
     const std::size_t brace = meant_.back().brace;
-    if (odd_pair_.end == 0 && IsFirstOnLine(text_, piece.begin) &&
+    if (odd_pair_.end == 0 && brace != NoPlace && IsFirstOnLine(text_, piece.begin) &&
         IndentAt(text_, piece.begin) != IndentAt(text_, brace)) {
       odd_pair_ = {brace, piece.begin};
     }
@@ -265,7 +265,7 @@ void Survey::TakeSilent(const Piece& piece) {
 void Survey::EatBrace(char brace, std::int32_t cause) {
   if (brace == '{') {
     const std::int32_t last = meant_.back().last;
-    meant_.push_back({last != NoSection ? last : meant_.back().section, NoSection, cause, 0});
+    meant_.push_back({last != NoSection ? last : meant_.back().section, NoSection, cause, NoPlace});
     lost_by_ = cause;
   } else if (brace == '}') {
     if (meant_.size() > 1) meant_.pop_back();

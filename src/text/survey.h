@@ -43,12 +43,14 @@ class Survey {
   const std::vector<std::int32_t>& imports() const { return imports_; }
 
  private:
+  static constexpr std::size_t NoPlace = std::string_view::npos;
+
   // A body that was opened and not yet closed.
   struct Level {
     std::int32_t section;  // meant
     std::int32_t last;     // made last in it
     std::int32_t cause;    // why it isn't the reader's; NoCause
-    std::size_t brace;
+    std::size_t brace;     // NoPlace: the reader didn't take it for one
   };
   // A stretch in which everything that is wrong follows from its beginning.
   struct Stretch {
