@@ -127,9 +127,11 @@ struct NumberKind<T, std::enable_if_t<std::is_arithmetic_v<T>>> {
 
   static std::string Phrase() {
     if (std::is_same_v<T, bool>) return "0 or 1";
-    return std::is_integral_v<T> ? "a whole number" : "a number";
+    return std::is_integral<T>::value ? "a whole number" : "a number";
   }
-  static std::string PluralPhrase() { return std::is_integral_v<T> ? "whole numbers" : "numbers"; }
+  static std::string PluralPhrase() {
+    return std::is_integral<T>::value ? "whole numbers" : "numbers";
+  }
   static std::string Limits() {
     if (std::is_same_v<T, bool>) return "";
     return " from " + NumberText(Lowest()) + " to " + NumberText(Highest());
