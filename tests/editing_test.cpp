@@ -113,7 +113,8 @@ TEST(Editing, NamesOfAnyLength) {
     std::string name(70000, 'x');
     EXPECT_TRUE(c->SetInt(7, name.c_str()));
     for (const int length : {1, 7, 8, 65535, 65536, 3}) {
-      const std::string made(length, 'y'), renamed(length, 'x');
+      const auto size = static_cast<std::size_t>(length);
+      const std::string made(size, 'y'), renamed(size, 'x');
       EXPECT_TRUE(c->SetInt(length, made.c_str()) && c->SetName(renamed.c_str(), name.c_str()));
       EXPECT_EQ(c->GetSection(name.c_str()), nullptr);
       EXPECT_EQ(c->GetName("", siblings), renamed);

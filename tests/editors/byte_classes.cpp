@@ -18,7 +18,7 @@ constexpr char Wrong = 'x';
 class Classifier : private LexerListener {
  public:
   explicit Classifier(const std::string& text)
-      : text_(text), lexer_(text_, this), classes_(text.size(), '.') {}
+      : text_(text), lexer_(text_, nullptr, this), classes_(text.size(), '.') {}
 
   // Of each byte of the text.
   std::string Classify() {
