@@ -4,15 +4,14 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 
+#include "describe.h"
+#include "refusal.h"
+
 namespace confgrove::Tool {
 namespace {
 
-std::string Unprotected(const std::string& argument) {
-  return argument.substr(0, argument.find('\0'));
-}
-
-}  // namespace
-
+// CLI11 splits an argument in brackets and takes "++" for its own. A byte that no argument can hold
+// keeps it from both; options take it off again. In the order that CLI11 takes.
 std::vector<std::string> Protected(const std::vector<std::string>& call) {
   std::vector<std::string> arguments(call.begin() + 1, call.end());
   for (std::string& argument : arguments) {
@@ -22,6 +21,12 @@ std::vector<std::string> Protected(const std::vector<std::string>& call) {
   std::reverse(arguments.begin(), arguments.end());
   return arguments;
 }
+
+std::string Unprotected(const std::string& argument) {
+  return argument.substr(0, argument.find('\0'));
+}
+
+}  // namespace
 
 Option& Option::Require() {
   option_->required();
@@ -81,6 +86,25 @@ void Command::SetNotes(const std::string& notes) { app_->footer(notes); }
 
 void Command::SetAction(const Action& action) {
   app_->callback([stored = action_, action] { *stored = action; });
+}
+
+int CarryOut(const std::vector<std::string>& call, void (*add)(Command* tool)) {
+  CLI::App app("Reads, checks and changes configuration files without losing a setting.",
+               "confgrove");
+  app.set_version_flag("--version", "confgrove " CONFGROVE_VERSION);
+  app.require_subcommand(1);
+  app.allow_windows_style_options(false);  // a path may begin with a slash
+  app.footer("Exit code: 0 done, 1 not found, faulty or refused, 2 a wrong call.");
+  Action action;
+  Command tool(&app, &action);
+  add(&tool);
+  AddDescribe(&app);
+  try {
+    app.parse(Protected(call));
+  } catch (const CLI::ParseError& error) {
+    return app.exit(error) == 0 ? ExitDone : ExitWrongCall;
+  }
+  return action();
 }
 
 }  // namespace confgrove::Tool

@@ -62,10 +62,9 @@ class Command {
   Action* action_;  // not owned
 };
 
-// CLI11 splits an argument in brackets and takes "++" for its own. A byte that no argument can hold
-// keeps it from both; options take it off again. `call` begins with the program's name. In the
-// order that CLI11 takes.
-std::vector<std::string> Protected(const std::vector<std::string>& call);
+// Takes a call apart, which begins with the program's name, and carries it out. The commands are
+// those that `add` adds. Gives the exit code, or ends in a Refusal.
+int CarryOut(const std::vector<std::string>& call, void (*add)(Command* tool));
 
 }  // namespace confgrove::Tool
 
