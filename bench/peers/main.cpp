@@ -154,6 +154,7 @@ class Comparison {
     Sample sample{};
     for (int attempt = 0; is_disturbed && attempt <= options_.repeats; ++attempt) {
       for (int loop = 0; loop < Patience && IsDisturbed(); ++loop) continue;
+      MakeMemoryReady();
       sample = RunApart(options_.program, "time", *row->peer, place);
       is_disturbed = IsDisturbed();
       repeated_ += is_disturbed && attempt == 0;

@@ -24,10 +24,13 @@ std::uint64_t Walk(std::vector<std::uint64_t>* memory, int steps) {
   return at;
 }
 
-void TouchNewPages(std::size_t size) {
+enum class Pages { Ordinary, Large };
+
+void TouchNewPages(std::size_t size, Pages pages) {
   void* const block =
       mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
   if (block == MAP_FAILED) throw std::runtime_error("no memory for the loop");
+  if (pages == Pages::Large) madvise(block, size, MADV_HUGEPAGE);
   for (std::size_t i = 0; i < size; i += 4096) static_cast<volatile char*>(block)[i] = 1;
   munmap(block, size);
 }
@@ -35,10 +38,12 @@ void TouchNewPages(std::size_t size) {
 void Loop() {
   static std::vector<std::uint64_t> memory((8 << 20) / sizeof(std::uint64_t));
   if (Walk(&memory, 250000) == 0) throw std::runtime_error("the loop has lost its way");
-  TouchNewPages(8 << 20);
+  TouchNewPages(8 << 20, Pages::Ordinary);
 }
 
 }  // namespace
+
+void MakeMemoryReady() { TouchNewPages(400 << 20, Pages::Large); }
 
 double LoopSeconds() {
   const auto start = std::chrono::steady_clock::now();

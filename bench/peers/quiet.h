@@ -12,6 +12,11 @@ double LoopSeconds();
 // turns. So a machine that is busy all the time never looks quiet.
 double CalmLoopSeconds();
 
+// Has the machine put memory behind its free pages, more than any run takes. The host of a virtual
+// machine may have taken back what nobody has used for two seconds; who touches that first pays for
+// it, which says nothing about a library.
+void MakeMemoryReady();
+
 // A loop that takes so many times the calm one is disturbed.
 constexpr double Disturbed = 1.1;
 
