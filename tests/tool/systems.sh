@@ -5,7 +5,7 @@ case ${CONFGROVE_SYSTEM:-} in
     separator='\\'                    # of a path that an import wrote with a backslash
     line_end='\r\n'                   # of what is written anew
     too_large='General failure'       # said where a file can't grow; the limit is this system's
-    seeds=2 paths=3                   # of generated layers: a program takes long to start under Wine
+    seeds=6                           # of generated layers: a program takes long to start under Wine
     forms=''                          # of problems that are compared; they don't depend on the system
     unlike=(                          # checks that can't hold: their notes, and why
       "*'x.'*" "the system drops a point at the end of a name"
@@ -28,7 +28,7 @@ case ${CONFGROVE_SYSTEM:-} in
     separator=/
     line_end='\n'
     too_large='File too large'
-    seeds=16 paths=18
+    seeds=60
     forms='json rendered sarif'
     unlike=()
     ;;
