@@ -26,6 +26,50 @@ std::string Unprotected(const std::string& argument) {
   return argument.substr(0, argument.find('\0'));
 }
 
+OptionText TextOf(const CLI::Option& option) {
+  OptionText text;
+  text.short_names = option.get_snames();
+  text.long_names = option.get_lnames();
+  if (option.get_positional()) text.name = option.get_name(true);
+  text.type = option.get_type_name();
+  const std::size_t begin = text.type.find('{'), end = text.type.find('}');  // "TEXT:{a,b}"
+  if (begin < end && end != std::string::npos) {
+    text.words = CLI::detail::split(text.type.substr(begin + 1, end - begin - 1), ',');
+  }
+  text.about = option.get_description();
+  text.takes_value = option.get_items_expected_max() > 0;
+  text.repeats = option.get_items_expected_max() > 1;
+  text.is_required = option.get_required();
+  return text;
+}
+
+CommandText TextOf(const CLI::App& command) {
+  CommandText text{command.get_name(), command.get_description(), command.get_footer(), {}, {}};
+  for (const CLI::Option* option : command.get_options()) {
+    if (option->get_group().empty()) continue;
+    auto& options = option->get_positional() ? text.arguments : text.options;
+    options.push_back(TextOf(*option));
+    options.back().is_help = option == command.get_help_ptr();
+  }
+  return text;
+}
+
+// Adds an option that the help doesn't show.
+void AddDescribe(CLI::App* app) {
+  const auto describe = [app](const std::string& directory) {
+    ToolText tool{TextOf(*app), {}};
+    for (const CLI::App* command :
+         app->get_subcommands([](const CLI::App* one) { return !one->get_group().empty(); })) {
+      tool.commands.push_back(TextOf(*command));
+      // A command that has no notes gets those of the tool.
+      if (tool.commands.back().notes == tool.notes) tool.commands.back().notes.clear();
+    }
+    Describe(tool, directory);
+    throw CLI::Success();
+  };
+  app->add_option_function<std::string>("--describe", describe)->group("");
+}
+
 }  // namespace
 
 Option& Option::Require() {

@@ -29,28 +29,28 @@ std::string ZshText(std::string text) {
   return text;
 }
 
-std::vector<std::string> CommandNames(const CLI::App& app) {
+std::vector<std::string> CommandNames(const ToolText& tool) {
   std::vector<std::string> names;
-  for (const CLI::App* command : CommandsOf(app)) names.push_back(command->get_name());
+  for (const CommandText& command : tool.commands) names.push_back(command.name);
   return names;
 }
 
-std::vector<std::string> OptionNames(const CLI::App& command) {
+std::vector<std::string> OptionNames(const CommandText& command) {
   std::vector<std::string> names;
-  for (const CLI::Option* option : OptionsOf(command)) {
-    for (const std::string& name : NamesOf(*option)) names.push_back(name);
+  for (const OptionText& option : command.options) {
+    for (const std::string& name : NamesOf(option)) names.push_back(name);
   }
   return names;
 }
 
 // The names of all options of a command that take a value, as patterns of sh: "set:--comment".
-std::vector<std::string> ValuePatterns(const CLI::App& app) {
+std::vector<std::string> ValuePatterns(const ToolText& tool) {
   std::vector<std::string> patterns;
-  for (const CLI::App* command : CommandsOf(app)) {
-    for (const CLI::Option* option : OptionsOf(*command)) {
-      if (!TakesValue(*option)) continue;
-      for (const std::string& name : NamesOf(*option)) {
-        patterns.push_back(command->get_name() + ":" + name);
+  for (const CommandText& command : tool.commands) {
+    for (const OptionText& option : command.options) {
+      if (!option.takes_value) continue;
+      for (const std::string& name : NamesOf(option)) {
+        patterns.push_back(command.name + ":" + name);
       }
     }
   }
@@ -60,9 +60,9 @@ std::vector<std::string> ValuePatterns(const CLI::App& app) {
 enum class Offer { Files, Paths, Words, Nothing };
 
 // What to offer in the place of a positional or of the value of an option.
-Offer OfferFor(const CLI::Option& option) {
-  if (!WordsOf(option).empty()) return Offer::Words;
-  const std::string name = option.nonpositional() ? option.get_type_name() : option.get_name(true);
+Offer OfferFor(const OptionText& option) {
+  if (!option.words.empty()) return Offer::Words;
+  const std::string name = option.name.empty() ? option.type : option.name;
   if (name == "PATH") return Offer::Paths;
   if (name.find("FILE") != std::string::npos || name.find("DIR") != std::string::npos) {
     return Offer::Files;
@@ -71,8 +71,8 @@ Offer OfferFor(const CLI::Option& option) {
 }
 
 // The lines of a bash `case` that fill in what is offered.
-void WriteBashOffer(std::ostream& out, const std::string& pattern, const CLI::Option& option) {
-  const std::string words = CLI::detail::join(WordsOf(option), " ");
+void WriteBashOffer(std::ostream& out, const std::string& pattern, const OptionText& option) {
+  const std::string words = Joined(option.words, " ");
   switch (OfferFor(option)) {
     case Offer::Files: out << "    " << pattern << ") compopt -o default ;;\n"; break;
     case Offer::Paths:
@@ -83,92 +83,91 @@ void WriteBashOffer(std::ostream& out, const std::string& pattern, const CLI::Op
   }
 }
 
-void WriteBashCommand(std::ostream& out, const CLI::App& command) {
-  const std::string& name = command.get_name();
-  for (const CLI::Option* option : OptionsOf(command)) {
-    if (!TakesValue(*option)) continue;
-    for (const std::string& option_name : NamesOf(*option)) {
+void WriteBashCommand(std::ostream& out, const CommandText& command) {
+  const std::string& name = command.name;
+  for (const OptionText& option : command.options) {
+    if (!option.takes_value) continue;
+    for (const std::string& option_name : NamesOf(option)) {
       std::string pattern = name;
       pattern.append(":").append(option_name).append(":*");
-      WriteBashOffer(out, pattern, *option);
+      WriteBashOffer(out, pattern, option);
     }
   }
-  out << "    " << name << "::*:-*) words=" << Quoted(CLI::detail::join(OptionNames(command), " "))
-      << " ;;\n";
+  out << "    " << name << "::*:-*) words=" << Quoted(Joined(OptionNames(command), " ")) << " ;;\n";
   int place = 0;
-  for (const CLI::Option* positional : PositionalsOf(command)) {
-    WriteBashOffer(out, name + "::" + (Repeats(*positional) ? "*" : std::to_string(++place) + ":*"),
-                   *positional);
+  for (const OptionText& argument : command.arguments) {
+    WriteBashOffer(out, name + "::" + (argument.repeats ? "*" : std::to_string(++place) + ":*"),
+                   argument);
   }
 }
 
 // One argument of _arguments, for an option or a positional.
-std::string ZshAction(const CLI::Option& option) {
+std::string ZshAction(const OptionText& option) {
   switch (OfferFor(option)) {
     case Offer::Files: return "_files";
     case Offer::Paths: return "_confgrove_paths";
-    case Offer::Words: return "(" + CLI::detail::join(WordsOf(option), " ") + ")";
+    case Offer::Words: return "(" + Joined(option.words, " ") + ")";
     case Offer::Nothing: break;
   }
   return " ";
 }
 
-void WriteZshCommand(std::ostream& out, const CLI::App& command) {
-  out << "        " << command.get_name() << ")\n          _arguments";
-  for (const CLI::Option* option : OptionsOf(command)) {
-    for (const std::string& name : NamesOf(*option)) {
-      std::string argument = name + "[" + ZshText(option->get_description()) + "]";
-      if (TakesValue(*option)) argument += ":value:" + ZshAction(*option);
+void WriteZshCommand(std::ostream& out, const CommandText& command) {
+  out << "        " << command.name << ")\n          _arguments";
+  for (const OptionText& option : command.options) {
+    for (const std::string& name : NamesOf(option)) {
+      std::string argument = name + "[" + ZshText(option.about) + "]";
+      if (option.takes_value) argument += ":value:" + ZshAction(option);
       out << " \\\n            " << Quoted(argument);
     }
   }
   int place = 0;
-  for (const CLI::Option* positional : PositionalsOf(command)) {
-    const std::string which = Repeats(*positional) ? "*" : std::to_string(++place);
+  for (const OptionText& argument : command.arguments) {
+    const std::string which = argument.repeats ? "*" : std::to_string(++place);
     out << " \\\n            "
-        << Quoted(which + ":" + ZshText(positional->get_name(true)) + ":" + ZshAction(*positional));
+        << Quoted(which + ":" + ZshText(argument.name) + ":" + ZshAction(argument));
   }
   out << " ;;\n";
 }
 
-std::string FishArguments(const CLI::Option& option) {
+std::string FishArguments(const OptionText& option) {
   switch (OfferFor(option)) {
     case Offer::Files: return " -F";
     case Offer::Paths: return " -a '(__confgrove_paths)'";
-    case Offer::Words: return " -a " + QuotedForFish(CLI::detail::join(WordsOf(option), " "));
+    case Offer::Words: return " -a " + QuotedForFish(Joined(option.words, " "));
     case Offer::Nothing: break;
   }
   return "";
 }
 
-void WriteFishOption(std::ostream& out, const std::string& condition, const CLI::Option& option) {
+void WriteFishOption(std::ostream& out, const std::string& condition, const OptionText& option) {
   out << "complete -c confgrove -n " << QuotedForFish(condition);
-  for (const std::string& name : option.get_snames()) out << " -s " << name;
-  for (const std::string& name : option.get_lnames()) out << " -l " << name;
-  if (TakesValue(option)) out << " -x" << FishArguments(option);
-  out << " -d " << QuotedForFish(option.get_description()) << '\n';
+  for (const std::string& name : option.short_names) out << " -s " << name;
+  for (const std::string& name : option.long_names) out << " -l " << name;
+  if (option.takes_value) out << " -x" << FishArguments(option);
+  out << " -d " << QuotedForFish(option.about) << '\n';
 }
 
-void WriteFishCommand(std::ostream& out, const CLI::App& command) {
-  const std::string& name = command.get_name();
+void WriteFishCommand(std::ostream& out, const CommandText& command) {
+  const std::string& name = command.name;
   out << "complete -c confgrove -n '__confgrove_at 0' -a " << name << " -d "
-      << QuotedForFish(command.get_description()) << '\n';
-  for (const CLI::Option* option : OptionsOf(command)) {
-    WriteFishOption(out, "__confgrove_in " + name, *option);
+      << QuotedForFish(command.about) << '\n';
+  for (const OptionText& option : command.options) {
+    WriteFishOption(out, "__confgrove_in " + name, option);
   }
   int place = 0;
-  for (const CLI::Option* positional : PositionalsOf(command)) {
-    if (OfferFor(*positional) == Offer::Nothing) continue;
+  for (const OptionText& argument : command.arguments) {
+    if (OfferFor(argument) == Offer::Nothing) continue;
     std::string condition = "__confgrove_in " + name;
-    if (!Repeats(*positional)) condition += "; and __confgrove_at " + std::to_string(++place);
-    out << "complete -c confgrove -n " << QuotedForFish(condition) << FishArguments(*positional)
+    if (!argument.repeats) condition += "; and __confgrove_at " + std::to_string(++place);
+    out << "complete -c confgrove -n " << QuotedForFish(condition) << FishArguments(argument)
         << '\n';
   }
 }
 
 }  // namespace
 
-void WriteBash(std::ostream& out, const CLI::App& app) {
+void WriteBash(std::ostream& out, const ToolText& tool) {
   out << R"(# Completion of confgrove for bash.
 
 _confgrove_paths() { confgrove list -- "$1" 2>/dev/null | cut -d ' ' -f 1; }
@@ -182,9 +181,9 @@ _confgrove() {
     fi
     case $command:${COMP_WORDS[i]} in
 )";
-  const std::vector<std::string> with_value = ValuePatterns(app);
+  const std::vector<std::string> with_value = ValuePatterns(tool);
   if (!with_value.empty()) {
-    out << "      " << CLI::detail::join(with_value, " | ") << ") option=${COMP_WORDS[i]} ;;\n";
+    out << "      " << Joined(with_value, " | ") << ") option=${COMP_WORDS[i]} ;;\n";
   }
   out << R"(      *:-*) ;;
       :*) command=${COMP_WORDS[i]} ;;
@@ -193,9 +192,9 @@ _confgrove() {
   done
   case $command:$option:$((place + 1)):$word in
 )";
-  for (const CLI::App* command : CommandsOf(app)) WriteBashCommand(out, *command);
-  out << "    ::*:-*) words=" << Quoted(CLI::detail::join(OptionNames(app), " ")) << " ;;\n"
-      << "    ::*) words=" << Quoted(CLI::detail::join(CommandNames(app), " ")) << " ;;\n"
+  for (const CommandText& command : tool.commands) WriteBashCommand(out, command);
+  out << "    ::*:-*) words=" << Quoted(Joined(OptionNames(tool), " ")) << " ;;\n"
+      << "    ::*) words=" << Quoted(Joined(CommandNames(tool), " ")) << " ;;\n"
       << R"(  esac
   mapfile -t COMPREPLY < <(compgen -W "$words" -- "$word")
 }
@@ -203,7 +202,7 @@ complete -F _confgrove confgrove
 )";
 }
 
-void WriteZsh(std::ostream& out, const CLI::App& app) {
+void WriteZsh(std::ostream& out, const ToolText& tool) {
   out << R"zsh(#compdef confgrove
 # Completion of confgrove for zsh.
 
@@ -217,9 +216,9 @@ _confgrove() {
   local curcontext=$curcontext state line
   local -a commands
   _arguments -C)zsh";
-  for (const CLI::Option* option : OptionsOf(app)) {
-    for (const std::string& name : NamesOf(*option)) {
-      out << " \\\n    " << Quoted(name + "[" + ZshText(option->get_description()) + "]");
+  for (const OptionText& option : tool.options) {
+    for (const std::string& name : NamesOf(option)) {
+      out << " \\\n    " << Quoted(name + "[" + ZshText(option.about) + "]");
     }
   }
   out << R"zsh( \
@@ -228,16 +227,15 @@ _confgrove() {
     command)
       commands=(
 )zsh";
-  for (const CLI::App* command : CommandsOf(app)) {
-    out << "        " << Quoted(command->get_name() + ":" + ZshText(command->get_description()))
-        << '\n';
+  for (const CommandText& command : tool.commands) {
+    out << "        " << Quoted(command.name + ":" + ZshText(command.about)) << '\n';
   }
   out << R"zsh(      )
       _describe command commands ;;
     argument)
       case $words[1] in
 )zsh";
-  for (const CLI::App* command : CommandsOf(app)) WriteZshCommand(out, *command);
+  for (const CommandText& command : tool.commands) WriteZshCommand(out, command);
   out << R"zsh(      esac ;;
   esac
 }
@@ -246,7 +244,7 @@ _confgrove "$@"
 )zsh";
 }
 
-void WriteFish(std::ostream& out, const CLI::App& app) {
+void WriteFish(std::ostream& out, const ToolText& tool) {
   out << R"(# Completion of confgrove for fish.
 
 # The command and what follows it, without options and their values.
@@ -255,7 +253,7 @@ function __confgrove_words
     set -l command
     for word in (commandline -opc)[2..-1]
         if contains -- "$command:$before" )"
-      << CLI::detail::join(ValuePatterns(app), " ") << R"(
+      << Joined(ValuePatterns(tool), " ") << R"(
             set before
             continue
         end
@@ -281,9 +279,8 @@ end
 
 complete -c confgrove -f
 )";
-  for (const CLI::Option* option : OptionsOf(app))
-    WriteFishOption(out, "__confgrove_at 0", *option);
-  for (const CLI::App* command : CommandsOf(app)) WriteFishCommand(out, *command);
+  for (const OptionText& option : tool.options) WriteFishOption(out, "__confgrove_at 0", option);
+  for (const CommandText& command : tool.commands) WriteFishCommand(out, command);
 }
 
 }  // namespace confgrove::Tool

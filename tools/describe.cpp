@@ -8,39 +8,17 @@
 
 namespace confgrove::Tool {
 
-std::vector<const CLI::App*> CommandsOf(const CLI::App& app) {
-  return app.get_subcommands([](const CLI::App* command) { return !command->get_group().empty(); });
-}
-
-std::vector<const CLI::Option*> OptionsOf(const CLI::App& command) {
-  return command.get_options([](const CLI::Option* option) {
-    return option->nonpositional() && !option->get_group().empty();
-  });
-}
-
-std::vector<const CLI::Option*> PositionalsOf(const CLI::App& command) {
-  return command.get_options([](const CLI::Option* option) {
-    return option->get_positional() && !option->get_group().empty();
-  });
-}
-
-bool TakesValue(const CLI::Option& option) { return option.get_items_expected_max() > 0; }
-
-bool Repeats(const CLI::Option& option) { return option.get_items_expected_max() > 1; }
-
-std::vector<std::string> NamesOf(const CLI::Option& option) {
+std::vector<std::string> NamesOf(const OptionText& option) {
   std::vector<std::string> names;
-  for (const std::string& name : option.get_snames()) names.push_back("-" + name);
-  for (const std::string& name : option.get_lnames()) names.push_back("--" + name);
+  for (const std::string& name : option.short_names) names.push_back("-" + name);
+  for (const std::string& name : option.long_names) names.push_back("--" + name);
   return names;
 }
 
-std::vector<std::string> WordsOf(const CLI::Option& option) {
-  const std::string type = option.get_type_name();
-  const std::size_t begin = type.find('{');
-  const std::size_t end = type.find('}');
-  if (begin == std::string::npos || end == std::string::npos) return {};
-  return CLI::detail::split(type.substr(begin + 1, end - begin - 1), ',');
+std::string Joined(const std::vector<std::string>& texts, const char* between) {
+  std::string joined;
+  for (const std::string& text : texts) joined += (&text == &texts.front() ? "" : between) + text;
+  return joined;
 }
 
 namespace {
@@ -67,21 +45,20 @@ std::string Bold(const std::string& text) { return "\\fB" + Roff(text) + "\\fR";
 std::string Italic(const std::string& text) { return "\\fI" + Roff(text) + "\\fR"; }
 
 // What stands behind the name of an option, as in the help: "TEXT", "{a,b}".
-std::string TypeOf(const CLI::Option& option) {
-  const std::vector<std::string> words = WordsOf(option);
-  return words.empty() ? option.get_type_name() : "{" + CLI::detail::join(words, ",") + "}";
+std::string TypeOf(const OptionText& option) {
+  return option.words.empty() ? option.type : "{" + Joined(option.words, ",") + "}";
 }
 
-std::string Usage(const CLI::Option& option) {
+std::string Usage(const OptionText& option) {
   std::string usage;
-  if (option.nonpositional()) {
+  if (option.name.empty()) {
     usage = Bold(NamesOf(option).back());
-    if (TakesValue(option)) usage += " " + Italic(TypeOf(option));
+    if (option.takes_value) usage += " " + Italic(TypeOf(option));
   } else {
-    usage = Italic(option.get_name(true));
+    usage = Italic(option.name);
   }
-  if (Repeats(option)) usage += "...";
-  return option.get_required() ? usage : "[" + usage + "]";
+  if (option.repeats) usage += "...";
+  return option.is_required ? usage : "[" + usage + "]";
 }
 
 void WriteHead(std::ostream& out, const std::string& name, const std::string& description) {
@@ -90,42 +67,68 @@ void WriteHead(std::ostream& out, const std::string& name, const std::string& de
       << Roff(name) << " \\- " << Roff(description) << '\n';
 }
 
-void WriteOptions(std::ostream& out, const char* title,
-                  const std::vector<const CLI::Option*>& options) {
+void WriteOptions(std::ostream& out, const char* title, const std::vector<OptionText>& options) {
   if (options.empty()) return;
   out << ".SH " << title << '\n';
-  for (const CLI::Option* option : options) {
+  for (const OptionText& option : options) {
     out << ".TP\n";
-    if (option->nonpositional()) {
+    if (option.name.empty()) {
       std::string names;
-      for (const std::string& name : NamesOf(*option)) {
+      for (const std::string& name : NamesOf(option)) {
         names += (names.empty() ? "" : ", ") + Bold(name);
       }
-      out << names << (TakesValue(*option) ? " " + Italic(TypeOf(*option)) : "") << '\n';
+      out << names << (option.takes_value ? " " + Italic(TypeOf(option)) : "") << '\n';
     } else {
-      out << Italic(option->get_name(true)) << '\n';
+      out << Italic(option.name) << '\n';
     }
-    out << Roff(option->get_description()) << '\n';
+    out << Roff(option.about) << '\n';
   }
 }
 
 // "Exit code: 0 done, ..." without the title.
-std::string ExitStatus(const CLI::App& app) {
-  const std::string footer = app.get_footer();
-  const std::size_t colon = footer.find(": ");
-  return colon == std::string::npos ? footer : footer.substr(colon + 2);
+std::string ExitStatus(const ToolText& tool) {
+  const std::size_t colon = tool.notes.find(": ");
+  return colon == std::string::npos ? tool.notes : tool.notes.substr(colon + 2);
 }
 
-void WriteFoot(std::ostream& out, const CLI::App& app, const std::vector<std::string>& others) {
-  out << ".SH EXIT STATUS\n" << Roff(ExitStatus(app)) << '\n';
+void WriteFoot(std::ostream& out, const ToolText& tool, const std::vector<std::string>& others) {
+  out << ".SH EXIT STATUS\n" << Roff(ExitStatus(tool)) << '\n';
   out << ".SH SEE ALSO\n";
   for (const std::string& other : others) {
     out << ".BR " << Roff(other) << (&other == &others.back() ? " (5)\n" : " (1),\n");
   }
 }
 
-std::string PageOf(const CLI::App& app, const CLI::App& command) {
-  return app.get_name() + "-" + command.get_name();
+std::string PageOf(const ToolText& tool, const CommandText& command) {
+  return tool.name + "-" + command.name;
+}
+
+void WriteManual(std::ostream& out, const ToolText& tool) {
+  WriteHead(out, tool.name, tool.about);
+  out << ".SH SYNOPSIS\n" << Bold(tool.name) << ' ' << Italic("COMMAND") << " ...\n";
+  out << ".SH COMMANDS\nEach has a page of its own.\n";
+  std::vector<std::string> others;
+  for (const CommandText& command : tool.commands) {
+    others.push_back(PageOf(tool, command));
+    out << ".TP\n" << Bold(command.name) << '\n' << Roff(command.about) << '\n';
+  }
+  WriteOptions(out, "OPTIONS", tool.options);
+  others.push_back(tool.name);
+  WriteFoot(out, tool, others);
+}
+
+void WriteManual(std::ostream& out, const ToolText& tool, const CommandText& command) {
+  WriteHead(out, PageOf(tool, command), command.about);
+  out << ".SH SYNOPSIS\n" << Bold(tool.name + " " + command.name);
+  for (const OptionText& option : command.options) {
+    if (!option.is_help) out << "\n" << Usage(option);
+  }
+  for (const OptionText& argument : command.arguments) out << "\n" << Usage(argument);
+  out << '\n';
+  WriteOptions(out, "ARGUMENTS", command.arguments);
+  WriteOptions(out, "OPTIONS", command.options);
+  if (!command.notes.empty()) out << ".SH NOTES\n" << Roff(command.notes) << '\n';
+  WriteFoot(out, tool, {tool.name, tool.name});
 }
 
 template <typename Write>
@@ -136,57 +139,20 @@ void WriteFile(const std::filesystem::path& file, Write write) {
   if (!out) throw Refusal("cannot write " + file.string());
 }
 
-void Describe(const CLI::App& app, const std::filesystem::path& directory) {
-  const std::filesystem::path pages = directory / "man1";
-  std::filesystem::create_directories(pages);
-  WriteFile(pages / (app.get_name() + ".1"), [&](std::ostream& out) { WriteManual(out, app); });
-  for (const CLI::App* command : CommandsOf(app)) {
-    WriteFile(pages / (PageOf(app, *command) + ".1"),
-              [&](std::ostream& out) { WriteManual(out, app, *command); });
-  }
-  WriteFile(directory / "bash", [&](std::ostream& out) { WriteBash(out, app); });
-  WriteFile(directory / "zsh", [&](std::ostream& out) { WriteZsh(out, app); });
-  WriteFile(directory / "fish", [&](std::ostream& out) { WriteFish(out, app); });
-}
-
 }  // namespace
 
-void WriteManual(std::ostream& out, const CLI::App& app) {
-  WriteHead(out, app.get_name(), app.get_description());
-  out << ".SH SYNOPSIS\n" << Bold(app.get_name()) << ' ' << Italic("COMMAND") << " ...\n";
-  out << ".SH COMMANDS\nEach has a page of its own.\n";
-  std::vector<std::string> others;
-  for (const CLI::App* command : CommandsOf(app)) {
-    others.push_back(PageOf(app, *command));
-    out << ".TP\n" << Bold(command->get_name()) << '\n' << Roff(command->get_description()) << '\n';
+void Describe(const ToolText& tool, const std::string& directory) {
+  const std::filesystem::path top(directory);
+  const std::filesystem::path pages = top / "man1";
+  std::filesystem::create_directories(pages);
+  WriteFile(pages / (tool.name + ".1"), [&](std::ostream& out) { WriteManual(out, tool); });
+  for (const CommandText& command : tool.commands) {
+    WriteFile(pages / (PageOf(tool, command) + ".1"),
+              [&](std::ostream& out) { WriteManual(out, tool, command); });
   }
-  WriteOptions(out, "OPTIONS", OptionsOf(app));
-  others.push_back(app.get_name());
-  WriteFoot(out, app, others);
-}
-
-void WriteManual(std::ostream& out, const CLI::App& app, const CLI::App& command) {
-  WriteHead(out, PageOf(app, command), command.get_description());
-  out << ".SH SYNOPSIS\n" << Bold(app.get_name() + " " + command.get_name());
-  for (const CLI::Option* option : OptionsOf(command)) {
-    if (option != command.get_help_ptr()) out << "\n" << Usage(*option);
-  }
-  for (const CLI::Option* positional : PositionalsOf(command)) out << "\n" << Usage(*positional);
-  out << '\n';
-  WriteOptions(out, "ARGUMENTS", PositionalsOf(command));
-  WriteOptions(out, "OPTIONS", OptionsOf(command));
-  // A command without a footer has that of `app`.
-  if (command.get_footer() != app.get_footer())
-    out << ".SH NOTES\n" << Roff(command.get_footer()) << '\n';
-  WriteFoot(out, app, {app.get_name(), app.get_name()});
-}
-
-void AddDescribe(CLI::App* app) {
-  const auto describe = [app](const std::string& directory) {
-    Describe(*app, directory);
-    throw CLI::Success();
-  };
-  app->add_option_function<std::string>("--describe", describe)->group("");
+  WriteFile(top / "bash", [&](std::ostream& out) { WriteBash(out, tool); });
+  WriteFile(top / "zsh", [&](std::ostream& out) { WriteZsh(out, tool); });
+  WriteFile(top / "fish", [&](std::ostream& out) { WriteFish(out, tool); });
 }
 
 }  // namespace confgrove::Tool

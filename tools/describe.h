@@ -2,38 +2,53 @@
 #ifndef CONFGROVE_TOOLS_DESCRIBE_H
 #define CONFGROVE_TOOLS_DESCRIBE_H
 
-#include <CLI/CLI.hpp>
 #include <ostream>
 #include <string>
 #include <vector>
 
 namespace confgrove::Tool {
 
-// Adds an option that the help doesn't show: --describe DIRECTORY writes into that directory, which
-// exists, the pages man1/NAME.1 and the scripts bash, zsh and fish. It throws CLI::Success then, or
-// a Refusal. The footer of `app` tells the exit codes. Call it when all commands have been added.
-void AddDescribe(CLI::App* app);
+// An option, or an argument that is told by its place.
+struct OptionText {
+  std::vector<std::string> short_names;  // without dashes; none of an argument
+  std::vector<std::string> long_names;
+  std::string name;                // of an argument; "" of an option
+  std::string type;                // of the value: "TEXT"
+  std::vector<std::string> words;  // that the value is one of; none if it is free
+  std::string about;
+  bool takes_value = false;
+  bool repeats = false;
+  bool is_required = false;
+  bool is_help = false;
+};
 
-// The manual page of `app`, or of `command`, one of its commands.
-void WriteManual(std::ostream& out, const CLI::App& app);
-void WriteManual(std::ostream& out, const CLI::App& app, const CLI::App& command);
+struct CommandText {
+  std::string name;
+  std::string about;
+  std::string notes;  // what stands below the help of this one
+  std::vector<OptionText> options;
+  std::vector<OptionText> arguments;
+};
+
+// The tool as a whole, whose notes tell the exit codes. Without what the help hides.
+struct ToolText : CommandText {
+  std::vector<CommandText> commands;
+};
+
+// Writes the pages man1/NAME.1 and the scripts bash, zsh and fish into a directory that exists, or
+// ends in a Refusal.
+void Describe(const ToolText& tool, const std::string& directory);
 
 // What a shell is to read, so that it completes commands, options, their words, files and, with the
 // help of the tool itself, paths within a file.
-void WriteBash(std::ostream& out, const CLI::App& app);
-void WriteZsh(std::ostream& out, const CLI::App& app);
-void WriteFish(std::ostream& out, const CLI::App& app);
+void WriteBash(std::ostream& out, const ToolText& tool);
+void WriteZsh(std::ostream& out, const ToolText& tool);
+void WriteFish(std::ostream& out, const ToolText& tool);
 
-// The parts of a description, without what the help hides.
-std::vector<const CLI::App*> CommandsOf(const CLI::App& app);
-std::vector<const CLI::Option*> OptionsOf(const CLI::App& command);
-std::vector<const CLI::Option*> PositionalsOf(const CLI::App& command);
-bool TakesValue(const CLI::Option& option);
-bool Repeats(const CLI::Option& option);
 // With its dashes: "-h", "--help".
-std::vector<std::string> NamesOf(const CLI::Option& option);
-// The words that an option or positional is one of, as its type {a,b} says; none if it is free.
-std::vector<std::string> WordsOf(const CLI::Option& option);
+std::vector<std::string> NamesOf(const OptionText& option);
+
+std::string Joined(const std::vector<std::string>& texts, const char* between);
 
 }  // namespace confgrove::Tool
 
