@@ -32,7 +32,8 @@ OptionText TextOf(const CLI::Option& option) {
   text.long_names = option.get_lnames();
   if (option.get_positional()) text.name = option.get_name(true);
   text.type = option.get_type_name();
-  const std::size_t begin = text.type.find('{'), end = text.type.find('}');  // "TEXT:{a,b}"
+  const std::size_t begin = text.type.find('{');  // "TEXT:{a,b}"
+  const std::size_t end = text.type.find('}');
   if (begin < end && end != std::string::npos) {
     text.words = CLI::detail::split(text.type.substr(begin + 1, end - begin - 1), ',');
   }
