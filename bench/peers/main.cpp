@@ -1,7 +1,8 @@
 // Gives every library the same trees and prints a table for each tree, in Markdown.
 //
-//   bench_peers [--quick] [--tree TREE]... [PEER...]   TREE and PEER are parts of names
-//   bench_peers --run KIND PEER INPUT OUTPUT TASK      one run; the first form calls this
+//   bench_peers [--quick] [--repeats N] [--tree TREE]... [PEER...]
+//                                                   TREE and PEER are parts of names
+//   bench_peers --run KIND PEER INPUT OUTPUT TASK   one run; the first form calls this
 //
 // Each run is a process of its own, so that none finds the heap as another left it. The runs go
 // round: the first of each library, then the second of each. A run that was disturbed by what else
@@ -186,6 +187,8 @@ Options Parse(const std::string& program, const std::vector<std::string>& argume
       options.repeats = 1;
     } else if (arguments[i] == "--tree" && i + 1 < arguments.size()) {
       options.trees.push_back(arguments[++i]);
+    } else if (arguments[i] == "--repeats" && i + 1 < arguments.size()) {
+      options.repeats = std::stoi(arguments[++i]);
     } else if (arguments[i].rfind('-', 0) != 0) {
       options.peers.push_back(arguments[i]);
     } else {
