@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <set>
 #include <sstream>
 #include <vector>
 
@@ -312,14 +313,17 @@ TEST(SaveInPlace, LineByLine) {
       "odd.cfg",
       "# licence\r\n\r\n/* block\r\ncomment */\r\n# about a\r\na=1234567\t# seven\r\n"
       "\tx {y=[1, 2 /* two */,\r\n3] z = \"t\" w = 1e3 } # x\r\n\r\n# the end\r\n");
-  std::size_t count = 0;
+  const std::set<std::string> faulty = {"bytes",          "deep",          "end_of_array",
+                                        "end_of_comment", "end_of_string", "faults",
+                                        "imports",        "numbers",       "statements"};
   for (const std::string& name : names) {
     const TraceLog log;
     const ConfigPtr config = Open(name);
-    if (config == nullptr || !confgrove::PreviewSave(config.get())) continue;  // faulty
+    ASSERT_EQ(config == nullptr, faulty.count(name) == 1) << name;
+    if (config == nullptr) continue;
     std::vector<Section*> values;
     CollectValues(config.get(), &values);
-    count += values.size();
+    EXPECT_GT(values.size(), name == "seven_digits" ? 1U : 2U);
     for (Section* value : values) {
       SCOPED_TRACE(name + ": " + confgrove::PathOf(value));
       SetValue(value, false);
@@ -343,7 +347,6 @@ TEST(SaveInPlace, LineByLine) {
       EXPECT_EQ(changed, 1);
     }
   }
-  EXPECT_GT(count, 50U);
 }
 
 // The canonical layout keeps what a save would lose.
