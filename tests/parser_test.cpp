@@ -93,6 +93,7 @@ TEST(Parser, FaultyTexts) {
       {"= 1", "t1! unexpected '='\nt1! syntax error"},
       {"a\nb = 1", "t2! expected '=' or '{'"},
       {"a = 1 a = 2", "t1! section redefinition"},
+      {"a=1 b=1 c=1 d=1 e=1 f=1 g=1 h=1 i=1 j=1 k=1 l=1 m=1 n=1 e=1", "t1! section redefinition"},
       {"a = 1 2", "t1! syntax error"},
       {"a = 1 @a ", "t1! syntax error"},
       {"a = 1,", "t1! syntax error"},

@@ -73,27 +73,25 @@ void ConfParser::EndBody() {
 }
 
 void ConfParser::BeginSection(Body& body) {
-  const char* fault = nullptr;
-  if (lexer_.previous_kind == TokenName) {
-    fault = "expected '=' or '{'";
-  } else if (body.section->FindChild(lexer_.bytes) != nullptr) {
-    fault = "section redefinition";
-  } else if (bodies_.size() > static_cast<std::size_t>(MaxDepth)) {
+  if (lexer_.previous_kind == TokenName) return IgnoreName("expected '=' or '{'");
+  if (bodies_.size() > static_cast<std::size_t>(MaxDepth)) {
     Error("nesting too deep");
     if (load_->reads_on) return SkipBody();
     bodies_.clear();  // one message is enough: nobody reads on, and no body misses its end
     return;
   }
-  if (fault != nullptr) {
-    Error(fault);
-    if (recorder_) recorder_->Ignore();
-    return;
-  }
+  RealSection* const made = body.section->AddChild(lexer_.bytes, body.section->read_only);
+  if (made == nullptr) return IgnoreName("section redefinition");
   if (recorder_) recorder_->Name();
-  body.last = body.section->AddChild(lexer_.bytes, body.section->read_only);
+  body.last = made;
   if (pending_comment_.empty()) return;
-  body.last->SetComment(pending_comment_, false);
+  made->SetComment(pending_comment_, false);
   pending_comment_.clear();
+}
+
+void ConfParser::IgnoreName(const char* fault) {
+  Error(fault);
+  if (recorder_) recorder_->Ignore();
 }
 
 void ConfParser::Assign(Body& body) {

@@ -44,6 +44,7 @@ class ConfParser final : private LexerListener {
   // Each handler deals with one kind of token and reports its own faults. Those that return a
   // boolean tell whether the body goes on.
   void BeginSection(Body& body);
+  void IgnoreName(const char* fault);
   void Assign(Body& body);
   void ParseValue(RealSection* target);
   void ParseArray(RealSection* target);

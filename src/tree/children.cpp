@@ -18,6 +18,7 @@ namespace {
 constexpr std::int32_t FirstCapacity = 4;
 constexpr std::int32_t MostWithoutTable = 12;
 constexpr std::uint32_t SmallestTable = 32;
+constexpr std::int32_t Empty = -1;  // of a slot
 
 // Multilinear hashing: each word of the text is multiplied with a random key of its own, and the
 // upper half of the sum is the hash. Two texts of up to 256 bytes collide with odds of 1 in 2^32.
@@ -89,47 +90,70 @@ std::uint32_t Tag(std::string_view name) {
 
 }  // namespace
 
-RealSection* Children::FindAmongFew(std::string_view name) const {
-  const std::uint32_t tag = Tag(name);
+inline RealSection* Children::FindTagged(std::string_view name, std::uint32_t tag) const {
   for (std::int32_t i = 0; i < size_; ++i) {
     if (tags()[i] == tag && at(i)->name() == name) return at(i);
   }
   return nullptr;
 }
 
-RealSection* Children::FindInTable(std::string_view name) const {
-  std::uint32_t slot = Hash(name) & Mask();
-  while (slots_[slot] != nullptr && slots_[slot]->name() != name) slot = (slot + 1) & Mask();
-  return slots_[slot];
+// The slot of the child of that name, or the empty one that it would get. Sections that are passed
+// on the way aren't looked at: each would have to come from far away in memory.
+inline std::int32_t* Children::FindSlot(std::string_view name, std::uint32_t hash) const {
+  for (std::uint32_t slot = hash & Mask();; slot = (slot + 1) & Mask()) {
+    const std::int32_t index = slots_[slot];
+    if (index == Empty || (tags()[index] == hash && at(index)->name() == name)) {
+      return &slots_[slot];
+    }
+  }
 }
 
-void Children::Append(Children** list, Pool& pool, RealSection* child, std::string_view name) {
+RealSection* Children::FindAmongFew(std::string_view name) const {
+  return FindTagged(name, Tag(name));
+}
+
+RealSection* Children::FindInTable(std::string_view name) const {
+  const std::int32_t index = *FindSlot(name, Hash(name));
+  return index != Empty ? at(index) : nullptr;
+}
+
+bool Children::Append(Children** list, Pool& pool, RealSection* child, std::string_view name) {
   Children* children = *list;
   if (children == nullptr) {
     children = new (pool.Allocate(SizeWith(FirstCapacity))) Children(&pool, FirstCapacity);
-  } else {
-    if (children->slots_ != nullptr || children->size_ >= MostWithoutTable) children->ReserveSlot();
-    if (children->size_ == children->capacity_) children = children->MoveToLarger();
-  }
-  const std::int32_t index = children->size_++;
-  child->index = index;
-  children->sections()[index] = child;
-  if (children->slots_ == nullptr) {
-    children->tags()[index] = Tag(name);
-  } else {
-    children->tags()[index] = Hash(name);
-    children->PutSlot(index);
+  } else if (children->size_ == children->capacity_) {
+    children = children->MoveToLarger();
   }
   *list = children;
+  if (children->size_ == children->MostInTable()) children->EnlargeTable();
+  const std::int32_t index = children->size_;
+  std::uint32_t tag = 0;
+  if (children->slots_ == nullptr) {
+    tag = Tag(name);
+    if (children->FindTagged(name, tag) != nullptr) return false;
+  } else {
+    tag = Hash(name);
+    std::int32_t* const slot = children->FindSlot(name, tag);
+    if (*slot != Empty) return false;
+    *slot = index;
+  }
+  ++children->size_;
+  child->index = index;
+  children->sections()[index] = child;
+  children->tags()[index] = tag;
+  return true;
 }
 
 RealSection* Children::Remove(std::int32_t index) {
   RealSection* child = at(index);
-  if (slots_ != nullptr) EmptySlot(child);
+  if (slots_ != nullptr) EmptySlot(index);
   std::copy(sections() + index + 1, sections() + size_, sections() + index);
   std::copy(tags() + index + 1, tags() + size_, tags() + index);
   --size_;
+  if (index == size_) return child;
   for (std::int32_t later = index; later < size_; ++later) --at(later)->index;
+  std::for_each(slots_, slots_ + slot_count_,
+                [index](std::int32_t& slot) { slot -= slot > index ? 1 : 0; });
   return child;
 }
 
@@ -139,7 +163,7 @@ void Children::Rename(std::int32_t index, std::string_view name) {
     tags()[index] = Tag(name);
     return;
   }
-  EmptySlot(at(index));
+  EmptySlot(index);
   tags()[index] = Hash(name);
   PutSlot(index);
 }
@@ -169,14 +193,15 @@ Children* Children::MoveToLarger() {
   return larger;
 }
 
-// Makes room in the table for one section more.
-void Children::ReserveSlot() {
-  const auto needed = (static_cast<std::uint32_t>(size_) + 1) * 2;
-  if (needed <= slot_count_) return;
-  std::uint32_t count = SmallestTable;
-  while (count < needed) count *= 2;
-  auto* slots = pool_->AllocateArray<RealSection*>(count);
-  std::fill_n(slots, count, nullptr);
+// So many children the table has room for, or there may be without one.
+std::int32_t Children::MostInTable() const {
+  return slots_ == nullptr ? MostWithoutTable : static_cast<std::int32_t>(slot_count_ / 2);
+}
+
+void Children::EnlargeTable() {
+  const std::uint32_t count = slots_ == nullptr ? SmallestTable : 2 * slot_count_;
+  auto* slots = pool_->AllocateArray<std::int32_t>(count);
+  std::fill_n(slots, count, Empty);
   if (slots_ == nullptr) {  // nobody has needed their hashes so far
     for (std::int32_t i = 0; i < size_; ++i) tags()[i] = Hash(at(i)->name());
   }
@@ -188,22 +213,22 @@ void Children::ReserveSlot() {
 
 void Children::PutSlot(std::int32_t index) {
   std::uint32_t slot = tags()[index] & Mask();
-  while (slots_[slot] != nullptr) slot = (slot + 1) & Mask();
-  slots_[slot] = at(index);
+  while (slots_[slot] != Empty) slot = (slot + 1) & Mask();
+  slots_[slot] = index;
 }
 
 // Sections behind an empty slot would not be found, so those that may stand in it move up.
-void Children::EmptySlot(const RealSection* section) {
-  std::uint32_t slot = tags()[section->index] & Mask();
-  while (slots_[slot] != section) slot = (slot + 1) & Mask();
-  for (std::uint32_t next = (slot + 1) & Mask(); slots_[next] != nullptr;
+void Children::EmptySlot(std::int32_t index) {
+  std::uint32_t slot = tags()[index] & Mask();
+  while (slots_[slot] != index) slot = (slot + 1) & Mask();
+  for (std::uint32_t next = (slot + 1) & Mask(); slots_[next] != Empty;
        next = (next + 1) & Mask()) {
-    const std::uint32_t from_home = (next - tags()[slots_[next]->index]) & Mask();
+    const std::uint32_t from_home = (next - tags()[slots_[next]]) & Mask();
     if (from_home < ((next - slot) & Mask())) continue;
     slots_[slot] = slots_[next];
     slot = next;
   }
-  slots_[slot] = nullptr;
+  slots_[slot] = Empty;
 }
 
 }  // namespace confgrove

@@ -18,9 +18,10 @@ class RealSection;
 // where a look-up reads them.
 class Children {
  public:
-  // Adds `child` behind the others of `*list`, which is made if it is null, and may move. No child
-  // may have its name, which is `name`. Nothing has changed if there is no memory.
-  static void Append(Children** list, Pool& pool, RealSection* child, std::string_view name);
+  // Adds `child` behind the others of `*list`, which is made if it is null, and may move. False if
+  // there is a child of its name, which is `name`. Nothing has changed then, or if there is no
+  // memory.
+  static bool Append(Children** list, Pool& pool, RealSection* child, std::string_view name);
 
   // The pool of the tree.
   Pool& pool() const { return *pool_; }
@@ -73,18 +74,21 @@ class Children {
   std::uint32_t Mask() const { return slot_count_ - 1; }
   RealSection* FindAmongFew(std::string_view name) const;
   RealSection* FindInTable(std::string_view name) const;
+  RealSection* FindTagged(std::string_view name, std::uint32_t tag) const;
+  std::int32_t* FindSlot(std::string_view name, std::uint32_t hash) const;
   Children* MoveToLarger();
-  void ReserveSlot();
+  std::int32_t MostInTable() const;
+  void EnlargeTable();
   void PutSlot(std::int32_t index);
-  void EmptySlot(const RealSection* section);
+  void EmptySlot(std::int32_t index);
 
   Pool* pool_;  // not owned
   std::int32_t size_ = 0;
   std::int32_t capacity_;  // for so many sections there is room
 
-  // The table: a power of two of slots, at most half of them filled. None while there are few
-  // sections; once made it stays.
-  RealSection** slots_ = nullptr;
+  // The table: a power of two of slots, at most half of them filled with an index. None while there
+  // are few sections; once made it stays.
+  std::int32_t* slots_ = nullptr;
   std::uint32_t slot_count_ = 0;
 };
 

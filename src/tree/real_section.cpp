@@ -94,8 +94,9 @@ RealSection* RealSection::AddChild(std::string_view child_name, bool child_read_
     child->SetOwnName(child_name);
   }
   child->parent = this;
-  Children::Append(&children, pool, child, child_name);
-  return child;
+  if (Children::Append(&children, pool, child, child_name)) return child;
+  child->Release(pool);
+  return nullptr;
 }
 
 void RealSection::SetOwnName(std::string_view new_name) {

@@ -73,7 +73,7 @@ class RealSection : public virtual Section {
     return children != nullptr ? children->Find(child_name) : nullptr;
   }
 
-  // Makes a child, behind the others. None of that name may exist.
+  // Makes a child, behind the others; null if there is one of that name.
   RealSection* AddChild(std::string_view child_name, bool child_read_only);
 
   // Gives it a type, and the value that goes with it: a text, or the path of a link's target; or
