@@ -37,7 +37,8 @@ void SetDefaultExtension(std::string extension) {
 
 std::string ComposeFileName(const std::string& name) {
   const std::string& extension = DefaultExtension();
-  return name.find(extension) != std::string::npos ? name : name + extension;
+  const bool has_extension = std::string_view(name).find(extension) != std::string_view::npos;
+  return has_extension ? name : name + extension;
 }
 
 std::string ComposeFullPath(const std::string& file_name) { return RootDirectory() + file_name; }
@@ -47,19 +48,20 @@ std::string FileLabel(const std::string& name) {
 }
 
 // Both slashes divide, on every system; a letter and ':' at the start are a drive.
-PathPieces SplitPath(const std::string& path) {
+PathPieces SplitPath(std::string_view path) {
   std::size_t file_begin = path.find_last_of("/\\");
-  if (file_begin != std::string::npos) {
+  if (file_begin != std::string_view::npos) {
     ++file_begin;
   } else {
     file_begin = path.size() > 1 && IsAsciiLetter(path[0]) && path[1] == ':' ? 2 : 0;
   }
   std::size_t extension_begin = path.rfind('.');
-  if (extension_begin == std::string::npos || extension_begin < file_begin) {
+  if (extension_begin == std::string_view::npos || extension_begin < file_begin) {
     extension_begin = path.size();
   }
-  return {path.substr(0, file_begin), path.substr(file_begin, extension_begin - file_begin),
-          path.substr(extension_begin)};
+  return {std::string(path.substr(0, file_begin)),
+          std::string(path.substr(file_begin, extension_begin - file_begin)),
+          std::string(path.substr(extension_begin))};
 }
 
 FileOrigin FileOrigin::OfPath(const std::string& file_path) {

@@ -3,6 +3,7 @@
 #define CONFGROVE_BASE_SETTINGS_H
 
 #include <string>
+#include <string_view>
 
 namespace confgrove {
 
@@ -33,7 +34,7 @@ struct PathPieces {
   std::string file_name;  // without the extension
   std::string extension;  // with its point; empty if there is none
 };
-PathPieces SplitPath(const std::string& path);
+PathPieces SplitPath(std::string_view path);
 
 // Where a configuration's file was when it was opened.
 struct FileOrigin {

@@ -41,9 +41,9 @@ std::unique_ptr<RootSection> Parse(Load* load, const std::string& name, const In
 
 }  // namespace
 
-void FileNames::Append(const std::string& name) {
-  names_.push_back(name);
-  known_.insert(names_.back());
+bool FileNames::Contains(std::string_view name) {
+  known_.insert(names_.begin() + static_cast<std::ptrdiff_t>(known_.size()), names_.end());
+  return known_.count(name) != 0;
 }
 
 std::unique_ptr<RootSection> LoadFile(Load* load, const std::string& name, bool read_only,

@@ -3,6 +3,7 @@
 #define CONFGROVE_PARSER_LOAD_H
 
 #include <cstdint>
+#include <deque>
 #include <list>
 #include <memory>
 #include <set>
@@ -18,13 +19,13 @@ class RootSection;
 // File names in the order in which their reading began, with a quick test for one of them.
 class FileNames {
  public:
-  void Append(const std::string& name);
-  bool Contains(std::string_view name) const { return known_.count(name) != 0; }
-  const std::list<std::string>& names() const { return names_; }
+  void Append(const std::string& name) { names_.push_back(name); }
+  bool Contains(std::string_view name);
+  const std::deque<std::string>& names() const { return names_; }
 
  private:
-  std::list<std::string> names_;      // a list keeps its strings where `known_` points
-  std::set<std::string_view> known_;  // into names_
+  std::deque<std::string> names_;     // which keeps its strings where `known_` points
+  std::set<std::string_view> known_;  // the first of them: nobody asks in a load without imports
 };
 
 // A file of a load that records, in the order in which their reading began.
