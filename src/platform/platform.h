@@ -74,6 +74,10 @@ void* TakePages(std::size_t size);
 // Gives back what TakePages gave for the same size.
 void GivePagesBack(void* pages, std::size_t size);
 
+// A number that nobody outside this process can foresee. False, with nothing in `*number`, if the
+// system has none.
+bool DrawNumber(std::uint64_t* number);
+
 // A file that is being written, in text mode: LF goes out as the system's line end.
 class OutputFile {
  public:

@@ -1,6 +1,7 @@
 // The platform layer for POSIX systems.
 #include <fcntl.h>
 #include <sys/mman.h>
+#include <sys/random.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -148,6 +149,10 @@ void* TakePages(std::size_t size) {
 }
 
 void GivePagesBack(void* pages, std::size_t size) { ::munmap(pages, size); }
+
+// In place of std::random_device, which asks the processor what it is: on a virtual machine that
+// takes longer than reading a small file.
+bool DrawNumber(std::uint64_t* number) { return ::getentropy(number, sizeof *number) == 0; }
 
 OutputFile::OutputFile(const std::string& path)
     : handle_(::open(ForSystem(path).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666)) {}

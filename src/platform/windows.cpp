@@ -1,8 +1,10 @@
 // The platform layer for Windows.
+#define _CRT_RAND_S  // for rand_s, in front of all headers
 #include <direct.h>
 #include <fcntl.h>
 #include <io.h>
 #include <share.h>
+#include <stdlib.h>
 #include <sys/stat.h>
 
 #include <algorithm>
@@ -132,6 +134,13 @@ void* TakePages(std::size_t size) {
 }
 
 void GivePagesBack(void* pages, std::size_t /*size*/) { ::VirtualFree(pages, 0, MEM_RELEASE); }
+
+bool DrawNumber(std::uint64_t* number) {
+  unsigned int halves[2];
+  if (::rand_s(&halves[0]) != 0 || ::rand_s(&halves[1]) != 0) return false;
+  *number = std::uint64_t{halves[0]} << 32 | halves[1];
+  return true;
+}
 
 OutputFile::OutputFile(const std::string& path) : handle_(-1) {
   int fd = -1;

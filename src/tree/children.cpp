@@ -5,10 +5,9 @@
 #include <array>
 #include <chrono>
 #include <cstring>
-#include <exception>
 #include <new>
-#include <random>
 
+#include "platform/platform.h"
 #include "tree/pool.h"
 #include "tree/real_section.h"
 
@@ -26,19 +25,12 @@ constexpr std::size_t WordSize = sizeof(std::uint32_t);
 constexpr std::size_t WordsAtOnce = 64;
 using HashKeys = std::array<std::uint64_t, WordsAtOnce + 2>;
 
-// A number that nobody outside this process can foresee, if there is such a thing.
-std::uint64_t DrawSeed() {
-  try {
-    std::random_device device;
-    return std::uint64_t{device()} << 32 | device();
-  } catch (const std::exception&) {
-    return static_cast<std::uint64_t>(std::chrono::steady_clock::now().time_since_epoch().count());
-  }
-}
-
 HashKeys DrawKeys() {
   HashKeys keys;
-  std::uint64_t state = DrawSeed();
+  std::uint64_t state = 0;
+  if (!Platform::DrawNumber(&state)) {
+    state = static_cast<std::uint64_t>(std::chrono::steady_clock::now().time_since_epoch().count());
+  }
   for (std::uint64_t& key : keys) {  // splitmix64
     state += 0x9E3779B97F4A7C15;
     key = state;
