@@ -70,6 +70,7 @@ TEST(Parser, SoundTexts) {
       {"a # b\nc\n#d\n#\ne { f = 1 # g\nh = 2 } # i\n{ j = 3 } # k\nx { # l\ny = 1 }", "",
        "a#( b) c (d||)e{f=1#( g) h=2 j=3}#( k) x{( l|)y=1}"},
       {"a = 1 # b\r\n# c\rd = 2\r\n#\r\ne ", "", "a=1#( b) ( c|)d=2 (|)e"},
+      {"a = 1\n\t\t\t\t\t\t\t\t\t\tb = 2\n\t\t\t\t\t\t\t\tc = 3\n\t\t", "", "a=1 b=2 c=3"},
       {"a = 1 \0# c\nb\0=\0002 b = 3"sv, "", "a=1 ( c|)b=2 b=3"},  // NUL ends lines; it is a letter
       {"a = 1 b # c", "", "a=1 b"},  // the end of the file takes a comment and a name with it
       {"a = 1 b", "", "a=1"},

@@ -1,6 +1,8 @@
 // The tokens other than numbers, and what stands between them.
 #include "lexer/lexer.h"
 
+#include <cstring>
+
 #include "lexer/char_class.h"
 #include "lexer/text_source.h"
 
@@ -12,6 +14,15 @@ namespace {
 template <bool has, typename Table>
 const char* Search(const Table& table, const char* at) {
   while (Look(table, *at) != has) ++at;
+  return at;
+}
+
+// Deep down in a tree a line is tabs for the most part. They are passed over by eight; what is left
+// of them are blanks as others.
+const char* BehindTabs(const char* at, const char* end) {
+  constexpr std::string_view Tabs = "\t\t\t\t\t\t\t\t";
+  constexpr auto size = static_cast<std::ptrdiff_t>(Tabs.size());
+  while (end - at > size && std::memcmp(at, Tabs.data(), Tabs.size()) == 0) at += size;
   return at;
 }
 
@@ -39,6 +50,7 @@ TokenKind Lexer::Read() {
         }
         ++at_;
         CountLineEnd();
+        at_ = BehindTabs(at_, end_);
         break;
       case Lead::Slash:
         if (!SkipSlash()) return TokenEnd;
