@@ -17,7 +17,7 @@
 namespace confgrove::Tool {
 namespace {
 
-struct Arguments {
+struct CheckArguments {
   std::vector<std::string> files;
   std::string format = "text";
   std::string colour = "auto";
@@ -85,7 +85,8 @@ Problems Mend(const std::string& file, Problems problems) {
 
 class Printer {
  public:
-  explicit Printer(const Arguments& given) : given_(given), colour_(WantsColour(given.colour)) {}
+  explicit Printer(const CheckArguments& given)
+      : given_(given), colour_(WantsColour(given.colour)) {}
 
   void Print(const Problems& problems) {
     if (given_.format == "sarif") {
@@ -118,13 +119,13 @@ class Printer {
                                            : AsText(problems, number, sources, colour_));
   }
 
-  const Arguments& given_;
+  const CheckArguments& given_;
   bool colour_;
   std::size_t shown_ = 0;
   Problems sarif_;
 };
 
-int Check(const Arguments& given) {
+int Check(const CheckArguments& given) {
   const bool reads_input = std::count(given.files.begin(), given.files.end(), StandardInput) > 0;
   RefuseUnless(!given.fix || !reads_input, "-: standard input can't be fixed", ExitWrongCall);
   int result = ExitDone;
@@ -153,7 +154,7 @@ int Check(const Arguments& given) {
 }  // namespace
 
 void AddCheck(Command* tool) {
-  const auto given = std::make_shared<Arguments>();
+  const auto given = std::make_shared<CheckArguments>();
   Command check = tool->AddCommand("check", "Show all problems of files");
   check.AddFiles(&given->files);
   check.AddText("--format", &given->format, "text, short, json or sarif")

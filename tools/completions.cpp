@@ -15,7 +15,9 @@ std::string Replaced(std::string text, const std::string& what, const std::strin
 }
 
 // Between single quotes, for sh and zsh.
-std::string Quoted(const std::string& text) { return "'" + Replaced(text, "'", "'\\''") + "'"; }
+std::string ShellQuoted(const std::string& text) {
+  return "'" + Replaced(text, "'", "'\\''") + "'";
+}
 
 std::string QuotedForFish(const std::string& text) {
   return "'" + Replaced(Replaced(text, "\\", "\\\\"), "'", "\\'") + "'";
@@ -78,7 +80,9 @@ void WriteBashOffer(std::ostream& out, const std::string& pattern, const OptionT
     case Offer::Paths:
       out << "    " << pattern << ") words=$(_confgrove_paths \"$file\") ;;\n";
       break;
-    case Offer::Words: out << "    " << pattern << ") words=" << Quoted(words) << " ;;\n"; break;
+    case Offer::Words:
+      out << "    " << pattern << ") words=" << ShellQuoted(words) << " ;;\n";
+      break;
     case Offer::Nothing: break;
   }
 }
@@ -93,7 +97,8 @@ void WriteBashCommand(std::ostream& out, const CommandText& command) {
       WriteBashOffer(out, pattern, option);
     }
   }
-  out << "    " << name << "::*:-*) words=" << Quoted(Joined(OptionNames(command), " ")) << " ;;\n";
+  out << "    " << name << "::*:-*) words=" << ShellQuoted(Joined(OptionNames(command), " "))
+      << " ;;\n";
   int place = 0;
   for (const OptionText& argument : command.arguments) {
     WriteBashOffer(out, name + "::" + (argument.repeats ? "*" : std::to_string(++place) + ":*"),
@@ -118,14 +123,14 @@ void WriteZshCommand(std::ostream& out, const CommandText& command) {
     for (const std::string& name : NamesOf(option)) {
       std::string argument = name + "[" + ZshText(option.about) + "]";
       if (option.takes_value) argument += ":value:" + ZshAction(option);
-      out << " \\\n            " << Quoted(argument);
+      out << " \\\n            " << ShellQuoted(argument);
     }
   }
   int place = 0;
   for (const OptionText& argument : command.arguments) {
     const std::string which = argument.repeats ? "*" : std::to_string(++place);
     out << " \\\n            "
-        << Quoted(which + ":" + ZshText(argument.name) + ":" + ZshAction(argument));
+        << ShellQuoted(which + ":" + ZshText(argument.name) + ":" + ZshAction(argument));
   }
   out << " ;;\n";
 }
@@ -193,8 +198,8 @@ _confgrove() {
   case $command:$option:$((place + 1)):$word in
 )";
   for (const CommandText& command : tool.commands) WriteBashCommand(out, command);
-  out << "    ::*:-*) words=" << Quoted(Joined(OptionNames(tool), " ")) << " ;;\n"
-      << "    ::*) words=" << Quoted(Joined(CommandNames(tool), " ")) << " ;;\n"
+  out << "    ::*:-*) words=" << ShellQuoted(Joined(OptionNames(tool), " ")) << " ;;\n"
+      << "    ::*) words=" << ShellQuoted(Joined(CommandNames(tool), " ")) << " ;;\n"
       << R"(  esac
   mapfile -t COMPREPLY < <(compgen -W "$words" -- "$word")
 }
@@ -218,7 +223,7 @@ _confgrove() {
   _arguments -C)zsh";
   for (const OptionText& option : tool.options) {
     for (const std::string& name : NamesOf(option)) {
-      out << " \\\n    " << Quoted(name + "[" + ZshText(option.about) + "]");
+      out << " \\\n    " << ShellQuoted(name + "[" + ZshText(option.about) + "]");
     }
   }
   out << R"zsh( \
@@ -228,7 +233,7 @@ _confgrove() {
       commands=(
 )zsh";
   for (const CommandText& command : tool.commands) {
-    out << "        " << Quoted(command.name + ":" + ZshText(command.about)) << '\n';
+    out << "        " << ShellQuoted(command.name + ":" + ZshText(command.about)) << '\n';
   }
   out << R"zsh(      )
       _describe command commands ;;

@@ -17,7 +17,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-struct Arguments {
+struct DiffArguments {
   std::string old_file, new_file;
   bool comments = false;
   bool as_json = false;
@@ -30,7 +30,7 @@ std::string CommentOf(const LayeredSection& setting, bool inline_comment) {
 // Compares two layered trees and prints each difference as it is found.
 class Comparison {
  public:
-  explicit Comparison(const Arguments& given) : given_(given) {}
+  explicit Comparison(const DiffArguments& given) : given_(given) {}
 
   void CompareComments(const std::string& path, const LayeredSection& old_one,
                        const LayeredSection& new_one);
@@ -45,7 +45,7 @@ class Comparison {
   void PrintJson(const char* change, const LayeredSection* old_one, const LayeredSection* new_one);
   Json Description(const LayeredSection& setting) const;
 
-  const Arguments& given_;
+  const DiffArguments& given_;
   bool differs_ = false;
 };
 
@@ -142,7 +142,7 @@ void Comparison::CompareBelow(const LayeredSection& old_one, const LayeredSectio
   }
 }
 
-int ShowDifferences(const Arguments& given) {
+int ShowDifferences(const DiffArguments& given) {
   RefuseUnless(given.old_file != StandardInput || given.new_file != StandardInput,
                "-: standard input is one file, and diff compares two", ExitWrongCall);
   const std::unique_ptr<Config> old_config = LoadInput(given.old_file);
@@ -158,7 +158,7 @@ int ShowDifferences(const Arguments& given) {
 }  // namespace
 
 void AddDiffCommand(Command* tool) {
-  const auto given = std::make_shared<Arguments>();
+  const auto given = std::make_shared<DiffArguments>();
   Command diff = tool->AddCommand("diff", "Print which settings differ between two files");
   diff.AddText("OLD_FILE", &given->old_file, "The file as it was").Require();
   diff.AddText("NEW_FILE", &given->new_file, "The file as it is").Require();

@@ -11,7 +11,7 @@
 namespace confgrove::Tool {
 namespace {
 
-struct Arguments {
+struct EditArguments {
   std::string file;
   bool existing_only = false;
   ChangeOptions options;
@@ -93,7 +93,7 @@ void MakeChange(Change* change, const Line& line, bool existing_only) {
   }
 }
 
-int Edit(const Arguments& given) {
+int EditInEditor(const EditArguments& given) {
   const std::vector<Line> lines = ReadLines();
   return ChangeFile(given.file, given.options, [&](Change* change) {
     for (const Line& line : lines) {
@@ -105,7 +105,7 @@ int Edit(const Arguments& given) {
 }  // namespace
 
 void AddEdit(Command* tool) {
-  const auto given = std::make_shared<Arguments>();
+  const auto given = std::make_shared<EditArguments>();
   Command edit =
       tool->AddCommand("edit", "Make the changes that standard input tells, all or none");
   edit.SetNotes(
@@ -116,7 +116,7 @@ void AddEdit(Command* tool) {
   AddExisting(&edit, &given->existing_only);
   AddLinks(&edit, &given->options);
   AddDiff(&edit, &given->options);
-  edit.SetAction([given] { return Edit(*given); });
+  edit.SetAction([given] { return EditInEditor(*given); });
 }
 
 }  // namespace confgrove::Tool

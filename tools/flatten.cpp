@@ -14,9 +14,9 @@
 #include "commands.h"
 #include "layers.h"
 #include "open_file.h"
-#include "own_file.h"
 #include "refusal.h"
 #include "shown_section.h"
+#include "temporary_file.h"
 #include "text.h"
 
 namespace confgrove::Tool {
@@ -270,7 +270,7 @@ void Prove(const std::string& text, const LayeredSection& top, const std::string
   // The working directory where there is no such directory.
   const std::filesystem::path directory = std::filesystem::temp_directory_path(error) / "";
   std::istringstream content(text);
-  const OwnFile copy(directory.u8string(), &content);
+  const TemporaryFile copy(directory.u8string(), &content);
   RefuseUnless(!copy.error(),
                refusal + "no copy to read back can be made: " + copy.error().message());
   const Opened flat = Open(copy.path(), ConfCreateOpenReadOnly);

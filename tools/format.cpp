@@ -10,13 +10,13 @@
 namespace confgrove::Tool {
 namespace {
 
-struct Arguments {
+struct FormatArguments {
   std::vector<std::string> files;
   bool check = false;
   bool diff = false;
 };
 
-int FormatOne(const std::string& file, const Arguments& given) {
+int FormatOne(const std::string& file, const FormatArguments& given) {
   const FileName name(file);
   LoadConfig(name);  // so that a faulty file is refused as by the other commands
   const std::string path = name.Path();
@@ -30,7 +30,7 @@ int FormatOne(const std::string& file, const Arguments& given) {
   return ExitRefused;
 }
 
-int Format(const Arguments& given) {
+int Format(const FormatArguments& given) {
   int result = ExitDone;
   for (const std::string& file : given.files) {
     try {
@@ -46,7 +46,7 @@ int Format(const Arguments& given) {
 }  // namespace
 
 void AddFormat(Command* tool) {
-  const auto given = std::make_shared<Arguments>();
+  const auto given = std::make_shared<FormatArguments>();
   Command format = tool->AddCommand("format", "Give files their canonical form");
   format.AddFiles(&given->files);
   format.AddFlag("--check", &given->check, "Write nothing; exit code 1 if a file isn't canonical");

@@ -14,7 +14,7 @@
 namespace confgrove::Tool {
 namespace {
 
-struct Arguments {
+struct GetArguments {
   std::string file;
   std::vector<std::string> paths;
   std::optional<std::string> instead;
@@ -30,7 +30,7 @@ void RefuseWithNearest(const std::string& file, const std::string& path, Config*
                 NameToUtf8(nearest) + "'");
 }
 
-void Print(const Arguments& given, Config* config, const std::string& path) {
+void Print(const GetArguments& given, Config* config, const std::string& path) {
   const std::string& file = given.file;
   Section* const section = FindSection(config, path.c_str());
   if (section == nullptr && given.instead && IsPath(path)) {
@@ -61,7 +61,7 @@ void Print(const Arguments& given, Config* config, const std::string& path) {
 }
 
 // Each path by itself: one that is missing keeps none back.
-int Get(const Arguments& given) {
+int Get(const GetArguments& given) {
   const std::unique_ptr<Config> config = LoadInput(given.file);
   int result = ExitDone;
   for (const std::string& path : given.paths) {
@@ -78,7 +78,7 @@ int Get(const Arguments& given) {
 }  // namespace
 
 void AddGet(Command* tool) {
-  const auto given = std::make_shared<Arguments>();
+  const auto given = std::make_shared<GetArguments>();
   Command get = tool->AddCommand("get", "Print values, an array one number a line");
   get.AddFile(&given->file);
   get.AddTexts("PATH", &given->paths, "Names joined by dots: limits.rate").Require();

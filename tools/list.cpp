@@ -13,7 +13,7 @@
 namespace confgrove::Tool {
 namespace {
 
-struct Arguments {
+struct ListArguments {
   std::string file, path;
   bool as_json = false;
   bool as_records = false;
@@ -27,7 +27,7 @@ void PrintSections(Section* section, char end) {
   }
 }
 
-int List(const Arguments& given) {
+int List(const ListArguments& given) {
   const std::unique_ptr<Config> config = LoadInput(given.file);
   const std::string path = PathFromShell(given.path);
   const char end = given.as_records ? '\0' : '\n';
@@ -52,7 +52,7 @@ int List(const Arguments& given) {
 }  // namespace
 
 void AddList(Command* tool) {
-  const auto given = std::make_shared<Arguments>();
+  const auto given = std::make_shared<ListArguments>();
   Command list = tool->AddCommand("list", "Print the sections of a file in their order");
   list.AddFile(&given->file);
   list.AddText("PATH", &given->path, "The section to begin at; the whole file without it");

@@ -8,12 +8,12 @@
 namespace confgrove::Tool {
 namespace {
 
-struct Arguments {
+struct RenameArguments {
   std::string file, path, name;
   ChangeOptions options;
 };
 
-int RenameIn(const Arguments& given) {
+int RenameIn(const RenameArguments& given) {
   const std::string path = PathToChange(given.path);
   const std::string new_name = NameToGive(given.name);
   return ChangeFile(given.file, given.options,
@@ -23,7 +23,7 @@ int RenameIn(const Arguments& given) {
 }  // namespace
 
 void AddRename(Command* tool) {
-  const auto given = std::make_shared<Arguments>();
+  const auto given = std::make_shared<RenameArguments>();
   Command rename =
       tool->AddCommand("rename", "Give a section another name; links that lead there follow");
   rename.AddFile(&given->file);

@@ -11,7 +11,7 @@
 namespace confgrove::Tool {
 namespace {
 
-struct Arguments {
+struct SetArguments {
   std::string file, path;
   std::vector<std::string> values;
   bool as_string = false;
@@ -28,7 +28,7 @@ void SetComment(Change* change, const std::string& path, const std::string& comm
                change->name.shown + ": " + Quoted(path) + ": " + FirstRefusal());
 }
 
-int Set(const Arguments& given) {
+int Set(const SetArguments& given) {
   const std::string path = PathToChange(given.path);
   RefuseUnless(!given.values.empty() || given.comment || given.inline_comment,
                "set needs a value or a comment", ExitWrongCall);
@@ -55,7 +55,7 @@ int Set(const Arguments& given) {
 }  // namespace
 
 void AddSet(Command* tool) {
-  const auto given = std::make_shared<Arguments>();
+  const auto given = std::make_shared<SetArguments>();
   Command set = tool->AddCommand("set", "Give a section a value or a comment");
   set.AddFile(&given->file);
   set.AddPath(&given->path);

@@ -4,15 +4,15 @@
 #include <iostream>
 #include <memory>
 
-#include "own_file.h"
 #include "refusal.h"
+#include "temporary_file.h"
 
 namespace confgrove::Tool {
 namespace {
 
 // Null until it is made. It goes with the process.
-std::unique_ptr<OwnFile>& TheCopy() {
-  static std::unique_ptr<OwnFile> copy;
+std::unique_ptr<TemporaryFile>& TheCopy() {
+  static std::unique_ptr<TemporaryFile> copy;
   return copy;
 }
 
@@ -20,7 +20,7 @@ std::unique_ptr<OwnFile>& TheCopy() {
 
 std::string PathOfInput(const std::string& file) {
   if (file == StandardInput && TheCopy() == nullptr) {
-    TheCopy() = std::make_unique<OwnFile>("", &std::cin);
+    TheCopy() = std::make_unique<TemporaryFile>("", &std::cin);
     RefuseUnless(!TheCopy()->error(), "-: no copy can be made in the working directory: " +
                                           TheCopy()->error().message());
   }

@@ -84,12 +84,12 @@ bool IsUtf8(std::string_view text) {
 }
 
 char32_t TakeCharacter(std::string_view* text, bool is_utf8) {
-  constexpr char32_t Replacement = 0xFFFD;
+  constexpr char32_t ForStrayByte = 0xFFFD;
   const char first = text->front();
   const char32_t character = is_utf8 ? TakeUtf8(text) : FromCp1251(first);
   if (is_utf8 && character != NoCharacter) return character;
   text->remove_prefix(1);
-  return is_utf8 ? Replacement : character;
+  return is_utf8 ? ForStrayByte : character;
 }
 
 void AppendUtf8(char32_t character, std::string* out) {

@@ -7,12 +7,12 @@
 namespace confgrove::Tool {
 namespace {
 
-struct Arguments {
+struct UnsetArguments {
   std::string file, path;
   ChangeOptions options;
 };
 
-int Unset(const Arguments& given) {
+int Unset(const UnsetArguments& given) {
   const std::string path = PathToChange(given.path);
   return ChangeFile(given.file, given.options, [&](Change* change) { Remove(change, path); });
 }
@@ -20,7 +20,7 @@ int Unset(const Arguments& given) {
 }  // namespace
 
 void AddUnset(Command* tool) {
-  const auto given = std::make_shared<Arguments>();
+  const auto given = std::make_shared<UnsetArguments>();
   Command unset = tool->AddCommand("unset", "Remove a section and all below it");
   unset.AddFile(&given->file);
   unset.AddPath(&given->path);

@@ -15,7 +15,7 @@
 namespace confgrove::Tool {
 namespace {
 
-struct Arguments {
+struct WhereArguments {
   std::string file, path;
 };
 
@@ -28,7 +28,7 @@ std::string PlaceText(const Place& place, const Config* config, Section* section
   return text;
 }
 
-int ShowPlaces(const Arguments& given) {
+int ShowPlaces(const WhereArguments& given) {
   const std::unique_ptr<Config> config = LoadInput(given.file);
   const std::string path = PathFromShell(given.path);
   Section* const start = FindSection(config.get(), path.c_str());
@@ -56,7 +56,7 @@ int ShowPlaces(const Arguments& given) {
 }  // namespace
 
 void AddWhere(Command* tool) {
-  const auto given = std::make_shared<Arguments>();
+  const auto given = std::make_shared<WhereArguments>();
   Command where = tool->AddCommand("where", "Print in which file and line a section stands");
   where.AddFile(&given->file);
   where.AddPath(&given->path);

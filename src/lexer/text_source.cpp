@@ -14,7 +14,7 @@ constexpr std::size_t LargestAtFirst = 64 * 1024;
 
 // For a piece that is the whole file: one byte more shows its end at the first attempt, and there
 // is the NUL.
-std::size_t FirstCapacity(std::uint64_t file_size) {
+std::size_t CapacityAtFirst(std::uint64_t file_size) {
   constexpr std::size_t Surplus = 2;
   if (file_size == 0 || file_size > LargestAtFirst - Surplus) return LargestAtFirst;
   return static_cast<std::size_t>(file_size) + Surplus;
@@ -28,7 +28,7 @@ TextSource::TextSource(const std::string& path) : file_(path) {
 
 std::string_view TextSource::Next() {
   if (!file_) return {};
-  if (buffer_ == nullptr) Enlarge(FirstCapacity(stamp_->size));
+  if (buffer_ == nullptr) Enlarge(CapacityAtFirst(stamp_->size));
   std::size_t size = begun_line_.copy(buffer_.get(), begun_line_.size());
   begun_line_.clear();
   for (;;) {

@@ -35,10 +35,10 @@ void Join(std::error_code* first, std::error_code next) {
 }
 
 std::error_code WriteAll(int fd, std::string_view bytes) {
-  constexpr std::size_t LargestTransfer = 1 << 30;  // some systems refuse more at once
+  constexpr std::size_t LargestWrite = 1 << 30;  // some systems refuse more at once
   const WriteSignalsBlocked blocked;
   while (!bytes.empty()) {
-    const ssize_t written = ::write(fd, bytes.data(), std::min(bytes.size(), LargestTransfer));
+    const ssize_t written = ::write(fd, bytes.data(), std::min(bytes.size(), LargestWrite));
     if (written < 0 && errno == EINTR) continue;
     if (written < 0) return Checked(-1);
     bytes.remove_prefix(static_cast<std::size_t>(written));

@@ -18,10 +18,10 @@
 namespace confgrove {
 namespace {
 
-class Writer {
+class CanonicalWriter {
  public:
   // `file` is null for a tree that no file holds yet.
-  Writer(const RootSection& root, const FileText* file) : root_(root), file_(file) {
+  CanonicalWriter(const RootSection& root, const FileText* file) : root_(root), file_(file) {
     if (file != nullptr) kept_ = FindKeepsakes(*file);
   }
 
@@ -153,8 +153,10 @@ class Writer {
 
 }  // namespace
 
-std::string CanonicalText(const RootSection& root) { return Writer(root, nullptr).Run(); }
+std::string CanonicalText(const RootSection& root) { return CanonicalWriter(root, nullptr).Run(); }
 
-std::string CanonicalText(const FileText& file) { return Writer(*file.root(), &file).Run(); }
+std::string CanonicalText(const FileText& file) {
+  return CanonicalWriter(*file.root(), &file).Run();
+}
 
 }  // namespace confgrove

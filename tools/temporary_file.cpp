@@ -1,5 +1,5 @@
 // Files of our own.
-#include "own_file.h"
+#include "temporary_file.h"
 
 #include <filesystem>
 #include <fstream>
@@ -8,7 +8,7 @@
 
 namespace confgrove::Tool {
 
-OwnFile::OwnFile(const std::string& directory, std::istream* content)
+TemporaryFile::TemporaryFile(const std::string& directory, std::istream* content)
     : error_(Platform::MakeOwnFile(directory + ".confgrove-", ".cfg", &path_)) {
   if (error_) return;
   std::ofstream out(std::filesystem::u8path(path_), std::ios::binary);
@@ -17,7 +17,7 @@ OwnFile::OwnFile(const std::string& directory, std::istream* content)
   if (out.fail()) error_ = std::make_error_code(std::errc::io_error);
 }
 
-OwnFile::~OwnFile() {
+TemporaryFile::~TemporaryFile() {
   std::error_code ignored;
   if (!path_.empty()) std::filesystem::remove(std::filesystem::u8path(path_), ignored);
 }

@@ -1,6 +1,6 @@
-// OwnFile: a file that the tool needs for itself.
-#ifndef CONFGROVE_TOOLS_OWN_FILE_H
-#define CONFGROVE_TOOLS_OWN_FILE_H
+// TemporaryFile: a file that the tool needs for itself.
+#ifndef CONFGROVE_TOOLS_TEMPORARY_FILE_H
+#define CONFGROVE_TOOLS_TEMPORARY_FILE_H
 
 #include <istream>
 #include <string>
@@ -9,14 +9,14 @@
 namespace confgrove::Tool {
 
 // Nobody else can read it, and it goes when this does.
-class OwnFile {
+class TemporaryFile {
  public:
   // Holds all that comes from `content`. `directory` ends in a separator or is "", the working
   // directory.
-  OwnFile(const std::string& directory, std::istream* content);
-  OwnFile(const OwnFile&) = delete;
-  OwnFile& operator=(const OwnFile&) = delete;
-  ~OwnFile();
+  TemporaryFile(const std::string& directory, std::istream* content);
+  TemporaryFile(const TemporaryFile&) = delete;
+  TemporaryFile& operator=(const TemporaryFile&) = delete;
+  ~TemporaryFile();
 
   const std::string& path() const { return path_; }
 
