@@ -24,13 +24,21 @@ if(BUILD_SHARED_LIBS)
 else()
   set(CMAKE_EXE_LINKER_FLAGS_INIT -static)
 endif()
+# Root goes by the rights of files there, as anybody does.
+set(bound setpriv --bounding-set=-dac_override,-dac_read_search)
+execute_process(COMMAND ${bound} true RESULT_VARIABLE failed OUTPUT_QUIET ERROR_QUIET)
+if(failed)
+  set(bound "")
+endif()
+list(JOIN bound " " bound)
 set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_BINARY_DIR}/under-wine)
 file(WRITE ${CMAKE_CROSSCOMPILING_EMULATOR} "#!/bin/sh
 # Runs a program for Windows, whose letters are UTF-8 here. A limit on the size of files is a full disk.
 wine=/usr/lib/wine/wine64 # without a word on 32 bits
 [ -x $wine ] || wine=wine
 export LC_ALL=\${CONFGROVE_LOCALE:-C.UTF-8} WINEPATH='${libraries}' WINEDEBUG=\"\${WINEDEBUG:--all}\"
+unset TMPDIR # Wine has a server, and a start of its services, for each that there is
 trap '' XFSZ
-exec $wine \"$@\"
+exec ${bound} $wine \"$@\"
 ")
 file(CHMOD ${CMAKE_CROSSCOMPILING_EMULATOR} PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE)

@@ -1,4 +1,5 @@
 // Depth, length and a system that refuses: each ends with an answer or one clear message.
+#include <confgrove/save_in_place.h>
 #include <gtest/gtest.h>
 #include <pthread.h>
 
@@ -9,6 +10,7 @@
 #include <vector>
 
 #include "support.h"
+#include "systems.h"
 
 #ifndef _WIN32
 #include <sys/resource.h>
@@ -77,7 +79,7 @@ TEST(Robustness, LongFiles) {
       {"\n#" + std::string(Long, 'c') + "\na = 1\n", "a", 0},
       {"a = [1" + Repeat(5 * Million, ",-1.23457e-05") + "]\n", "a", 0},
       {Links(Million), "a" + std::to_string(Million - 1), 0},
-      {Imports(20000) + "a = @x\n", "a", 1},
+      {Imports(ThisSystem.many_files) + "a = @x\n", "a", 1},
       {Repeat(Million, "a{"), "", 2},
       {Repeat(Million, "{") + "}", "", 2},
       {Repeat(Million, "a "), "", Million},
@@ -147,6 +149,31 @@ TEST(Robustness, LongChainsOfConfigurations) {
       EXPECT_EQ(log.Text(), Repeat(99, "1 imports nested too deep\n"));
     });
   }
+}
+
+// Where no file can be made, those that are there stay as they are, and can be saved later.
+TEST(System, ForbidsMakingFiles) {
+  TempDir dir;
+  dir.WriteFile("old.cfg", "a = 1\n");
+  std::filesystem::permissions(dir.Path("old.cfg"), std::filesystem::perms::all);
+  const ConfigPtr old = Open("old"), made = Open("made", ConfCreateNew);
+  TraceLog log(0);
+  {
+    const ClosedDirectory closed(dir.Path());
+    if (!closed.BindsUs()) GTEST_SKIP() << "who runs this may write everywhere";
+    for (Config* const config : {old.get(), made.get()}) {
+      EXPECT_TRUE(config->SetInt(2, "a"));
+      const confgrove::SaveResult result = confgrove::SaveInPlace(config);
+      EXPECT_EQ(result.outcome, confgrove::SaveOutcome::Refused);
+      EXPECT_EQ(result.reason, "a copy beside it can't be made: Permission denied");
+    }
+    EXPECT_FALSE(made->Save());
+  }
+  EXPECT_EQ(log.Text(), "1 cannot open file for save:made \n");
+  EXPECT_EQ(dir.ReadFile("old.cfg"), "a = 1\n");
+  EXPECT_FALSE(Exists(dir.Path("made.cfg")));
+  EXPECT_TRUE(confgrove::SaveInPlace(old.get()) && confgrove::SaveInPlace(made.get()));
+  EXPECT_EQ(DumpTree(Open("old").get()) + DumpTree(Open("made").get()), "a=2a=2");
 }
 
 #ifndef _WIN32

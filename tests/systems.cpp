@@ -5,16 +5,22 @@
 #include <algorithm>
 #include <cerrno>
 #include <clocale>
+#include <fstream>
+#include <utility>
 
 #ifdef _WIN32
 #ifndef NOMINMAX
 #define NOMINMAX
 #endif
 #include <windows.h>
+
+// Needs <windows.h> before it.
+#include <sddl.h>
 #else
 #include <fcntl.h>
 #include <locale.h>
 #include <sys/stat.h>
+#include <unistd.h>
 #endif
 
 #ifdef _WIN32
@@ -29,7 +35,8 @@ const System ThisSystem = {"\\",
                            nullptr,
                            40'000'000'000,
                            "0,51234567",
-                           "German_Germany.1252"};
+                           "German_Germany.1252",
+                           2000};
 
 void SetFileTime(const std::string& path, std::int64_t time) {
   constexpr std::int64_t Start = 11'644'473'600;  // 1970, in the seconds of the system
@@ -70,6 +77,20 @@ void RemoveAll(const std::filesystem::path& directory) {
   EXPECT_TRUE(::RemoveDirectoryW(OfAnyLength(directory).c_str())) << directory;
 }
 
+// Sets the access list, in the system's own words for it.
+static void SetAccess(const std::filesystem::path& path, const wchar_t* list) {
+  PSECURITY_DESCRIPTOR descriptor = nullptr;
+  EXPECT_TRUE(::ConvertStringSecurityDescriptorToSecurityDescriptorW(list, SDDL_REVISION_1,
+                                                                     &descriptor, nullptr));
+  EXPECT_TRUE(::SetFileSecurityW(path.c_str(), DACL_SECURITY_INFORMATION, descriptor)) << path;
+  ::LocalFree(descriptor);
+}
+
+ClosedDirectory::ClosedDirectory(std::filesystem::path path) : path_(std::move(path)) {
+  SetAccess(path_, L"D:P(A;;GRGX;;;WD)");
+}
+ClosedDirectory::~ClosedDirectory() { SetAccess(path_, L"D:P(A;OICI;GA;;;WD)"); }
+
 #else
 
 const System ThisSystem = {"/",
@@ -82,7 +103,8 @@ const System ThisSystem = {"/",
                            "/dev/shm",
                            std::int64_t{1} << 60,
                            "0,51.234.567",
-                           "de_DE.UTF-8"};
+                           "de_DE.UTF-8",
+                           20000};
 
 void SetFileTime(const std::string& path, std::int64_t time) {
   const timespec times[] = {{time, 0}, {time, 0}};
@@ -109,7 +131,24 @@ bool Exists(const std::filesystem::path& path) { return std::filesystem::exists(
 
 void RemoveAll(const std::filesystem::path& directory) { std::filesystem::remove_all(directory); }
 
+// Root, whom nothing is forbidden, is somebody else for the time.
+ClosedDirectory::ClosedDirectory(std::filesystem::path path) : path_(std::move(path)) {
+  EXPECT_EQ(::chmod(path_.c_str(), 0555), 0) << path_;
+  EXPECT_TRUE(::geteuid() != 0 || ::seteuid(65534) == 0);
+}
+ClosedDirectory::~ClosedDirectory() {
+  EXPECT_EQ(::seteuid(::getuid()), 0);
+  EXPECT_EQ(::chmod(path_.c_str(), 0755), 0) << path_;
+}
+
 #endif
+
+bool ClosedDirectory::BindsUs() const {
+  const std::filesystem::path probe = path_ / "probe";
+  const bool made = std::ofstream(probe).is_open();
+  if (made) std::filesystem::remove(probe);
+  return !made;
+}
 
 std::string ForThisSystem(std::string path) {
   std::string result;

@@ -20,6 +20,7 @@ struct System {
   std::int64_t untold_time;    // one that no text can be given for, in seconds since 1970
   const char* german_numbers;  // 0.5 and 1234567 as such a host prints them in C and in C++
   const char* german;          // a locale with a decimal comma
+  unsigned many_files;         // that can be opened within seconds, which takes long under Wine
 };
 extern const System ThisSystem;
 
@@ -53,6 +54,19 @@ void RemoveAll(const std::filesystem::path& directory);
 
 // The other way round.
 std::string WithLineEnds(const std::string& text);
+
+// While it lives, we may make no file in a directory, as far as anything is forbidden to us.
+class ClosedDirectory {
+ public:
+  explicit ClosedDirectory(std::filesystem::path path);
+  ClosedDirectory(const ClosedDirectory&) = delete;
+  ClosedDirectory& operator=(const ClosedDirectory&) = delete;
+  ~ClosedDirectory();
+  bool BindsUs() const;
+
+ private:
+  std::filesystem::path path_;
+};
 
 // Sets when the file was last changed, in seconds since 1970.
 void SetFileTime(const std::string& path, std::int64_t time);

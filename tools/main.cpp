@@ -11,9 +11,11 @@
 namespace confgrove::Tool {
 namespace {
 
-int Run(int argc, char** argv) {
+using Arguments = std::function<std::vector<std::string>()>;
+
+int Run(const Arguments& arguments) {
   try {
-    return CarryOut(Platform::Arguments(argc, argv), AddCommands);
+    return CarryOut(arguments(), AddCommands);
   } catch (const Refusal& refusal) {
     Complain(refusal.what());
     return refusal.code;
@@ -21,11 +23,11 @@ int Run(int argc, char** argv) {
 }
 
 // Runs the command, and sees that its answer has gone out.
-int RunAndFlush(int argc, char** argv) {
+int RunAndFlush(const Arguments& arguments) {
   Platform::PassBytes();
   Platform::LetLargeWritesFail();
   CollectMessages();
-  const int code = Run(argc, argv);
+  const int code = Run(arguments);
   std::cout.flush();
   if (std::cout) return code;
   Complain("standard output can't be written");
@@ -33,13 +35,14 @@ int RunAndFlush(int argc, char** argv) {
 }
 
 }  // namespace
-}  // namespace confgrove::Tool
 
-int main(int argc, char** argv) {
+int Main(const Arguments& arguments) {
   try {
-    return confgrove::Tool::RunAndFlush(argc, argv);
+    return RunAndFlush(arguments);
   } catch (const std::exception& error) {
     std::fprintf(stderr, "confgrove: %s\n", error.what());
-    return confgrove::Tool::ExitRefused;
+    return ExitRefused;
   }
 }
+
+}  // namespace confgrove::Tool

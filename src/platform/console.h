@@ -3,15 +3,21 @@
 #ifndef CONFGROVE_PLATFORM_CONSOLE_H
 #define CONFGROVE_PLATFORM_CONSOLE_H
 
+#include <functional>
 #include <string>
 #include <system_error>
 #include <vector>
 
-namespace confgrove::Platform {
+namespace confgrove::Tool {
 
-// The arguments of the call, the program's name first: in UTF-8 where the system knows letters, and
-// the bytes that came elsewhere.
-std::vector<std::string> Arguments(int argc, char** argv);
+// The program, which the system's own kind of main calls; returns its exit code. `arguments` gives
+// those of the call, the program's name first: in UTF-8 where the system knows letters, and the
+// bytes that came elsewhere.
+int Main(const std::function<std::vector<std::string>()>& arguments);
+
+}  // namespace confgrove::Tool
+
+namespace confgrove::Platform {
 
 // From now on bytes pass the standard streams as they are, and a console takes them for UTF-8.
 void PassBytes();

@@ -9,8 +9,6 @@
 
 namespace confgrove::Platform {
 
-std::vector<std::string> Arguments(int argc, char** argv) { return {argv, argv + argc}; }
-
 void PassBytes() {}  // they always do
 
 void LetLargeWritesFail() { std::signal(SIGXFSZ, SIG_IGN); }
@@ -30,3 +28,7 @@ bool StandardOutputIsTerminal() { return ::isatty(STDOUT_FILENO) == 1; }
 bool StandardErrorIsTerminal() { return ::isatty(STDERR_FILENO) == 1; }
 
 }  // namespace confgrove::Platform
+
+int main(int argc, char** argv) {
+  return confgrove::Tool::Main([=] { return std::vector<std::string>(argv, argv + argc); });
+}

@@ -9,20 +9,7 @@
 #include "platform/unique_name.h"
 #include "platform/windows_api.h"
 
-// Needs <windows.h> before it.
-#include <shellapi.h>
-
 namespace confgrove::Platform {
-
-std::vector<std::string> Arguments(int argc, char** argv) {
-  int count = 0;
-  wchar_t** const wide = ::CommandLineToArgvW(::GetCommandLineW(), &count);
-  if (wide == nullptr) return {argv, argv + argc};
-  std::vector<std::string> arguments;
-  for (int i = 0; i < count; i++) arguments.push_back(Utf8Name(wide[i]));
-  ::LocalFree(wide);
-  return arguments;
-}
 
 void PassBytes() {
   for (std::FILE* const stream : {stdin, stdout, stderr}) ::_setmode(::_fileno(stream), _O_BINARY);
@@ -49,3 +36,12 @@ bool StandardOutputIsTerminal() { return ::_isatty(::_fileno(stdout)) != 0; }
 bool StandardErrorIsTerminal() { return ::_isatty(::_fileno(stderr)) != 0; }
 
 }  // namespace confgrove::Platform
+
+// The system's shell library would take the call apart too, but takes as long to load as all else.
+int wmain(int argc, wchar_t** argv) {
+  return confgrove::Tool::Main([=] {
+    std::vector<std::string> arguments;
+    for (int i = 0; i < argc; i++) arguments.push_back(confgrove::Platform::Utf8Name(argv[i]));
+    return arguments;
+  });
+}

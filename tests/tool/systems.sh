@@ -16,10 +16,6 @@ case ${CONFGROVE_SYSTEM:-} in
       "the link stays" "Wine shows links as what they lead to"
       "the mode stays" "files have no modes"
       "device*" "the device isn't one there"
-      "read-only file" "files have no modes; windows_test has the attribute"
-      "closed directory" "directories have no modes"
-      "preview in a closed directory" "directories have no modes"
-      "unreadable file" "files have no modes"
       "flatten: nothing that isn't read back*" "Wine has files of its own where none can be made"
       "*libconfig*" "the library isn't there"
     )
