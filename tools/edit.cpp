@@ -93,7 +93,7 @@ void MakeChange(Change* change, const Line& line, bool existing_only) {
   }
 }
 
-int EditInEditor(const EditArguments& given) {
+int EditByLines(const EditArguments& given) {
   const std::vector<Line> lines = ReadLines();
   return ChangeFile(given.file, given.options, [&](Change* change) {
     for (const Line& line : lines) {
@@ -116,7 +116,7 @@ void AddEdit(Command* tool) {
   AddExisting(&edit, &given->existing_only);
   AddLinks(&edit, &given->options);
   AddDiff(&edit, &given->options);
-  edit.SetAction([given] { return EditInEditor(*given); });
+  edit.SetAction([given] { return EditByLines(*given); });
 }
 
 }  // namespace confgrove::Tool
