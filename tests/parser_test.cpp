@@ -3,7 +3,9 @@
 
 #include <cmath>
 #include <cstdlib>
+#include <random>
 #include <sstream>
+#include <vector>
 
 #include "support.h"
 
@@ -151,6 +153,28 @@ TEST(Parser, Numbers) {
   }
 }
 
+TEST(Parser, NumbersOfAnyLength) {
+  std::string text;
+  std::vector<std::string> numbers;
+  for (int whole = 1; whole <= 17; ++whole) {
+    for (int decimals = -1; decimals <= 17; ++decimals) {
+      const std::string digits = "97086421357908642135";
+      std::string number = digits.substr(static_cast<std::size_t>(decimals + 1) % 3,
+                                         static_cast<std::size_t>(whole));
+      if (decimals >= 0) number += "." + digits.substr(0, static_cast<std::size_t>(decimals));
+      numbers.insert(numbers.end(), {number, "-" + number});
+      text += number + ",-" + number + " ";
+    }
+  }
+  const ConfigPtr config = ParseText("t", "a = [" + text + "]");
+  std::vector<double> values(numbers.size() + 1);
+  ASSERT_EQ(config->GetDoubles(values.data(), static_cast<int>(values.size()), "a"),
+            static_cast<int>(numbers.size()));
+  for (std::size_t i = 0; i < numbers.size(); ++i) {
+    EXPECT_EQ(values[i], std::strtod(numbers[i].c_str(), nullptr)) << numbers[i];
+  }
+}
+
 TEST(Parser, FaultyNumbers) {
   for (const std::string row :
        {"double point, syntax|1.2. 1.e. .1.", "invlaid '.'|1e. 1e5. +1d.",
@@ -234,6 +258,30 @@ TEST(Parser, TheEndMayComeAnywhere) {
       EXPECT_EQ(run.find("null") == 0, run.find(" error: ") != std::string::npos) << run;
     }
     EXPECT_EQ(runs[0], runs[1]);
+  }
+}
+
+// What is near the end or short is looked at byte by byte, and all else by sixteen.
+TEST(Parser, NothingHangsOnHowMuchFollows) {
+  std::mt19937 random(1);
+  const std::string_view bytes = "aZ9_.+-eD0\xE0\xC9\xA8\0 \t\r\"\"==[],@#/{}$!"sv;
+  for (int i = 0; i < 1500; ++i) {
+    std::string text = i % 4 == 0 ? "" : "a=";
+    const std::size_t size = i % 2 == 0 ? 14 : 50;
+    while (text.size() < size) {  // often more of the same
+      const std::size_t count = random() % 3 == 0 ? random() % 20 : 1;
+      text.append(count, bytes[random() % bytes.size()]);
+    }
+    text.resize(size);
+    text += '\n';
+    std::string results[2];
+    for (std::string& result : results) {
+      TraceLog log;
+      const ConfigPtr config = ParseText("t", text);
+      result = DumpTree(config.get()) + log.Take();
+      text.append(40, ' ');
+    }
+    EXPECT_EQ(results[0], results[1]) << text;
   }
 }
 

@@ -31,6 +31,26 @@ const char* const Nothing = "- 0 99 99 1 0 0";
 
 }  // namespace
 
+TEST(Reading, NamesOfAnyLength) {
+  for (std::size_t size = 1; size <= 35; ++size) {
+    for (std::size_t place = 0; place < size; ++place) {
+      std::string name(size, 'n');
+      name[place] = size % 2 == 0 ? '\xE0' : 'Z';
+      const ConfigPtr config = ParseText("t", name + "{b{" + name + "=7}}");
+      EXPECT_EQ(DumpTree(config.get()), name + "{b{" + name + "=7}}");
+      std::int32_t value = 0;
+      EXPECT_TRUE(config->GetInt(&value, (name + ".b." + name).c_str()) && value == 7) << name;
+      EXPECT_TRUE(config->GetInt(&value, ("  " + name + ".b." + name + " ").c_str())) << name;
+      std::string other = name;
+      for (const char c : {'m', '\xFF', '!', '@', '[', '`', '{', '/', ':', '.'}) {
+        other[place] = c;
+        EXPECT_FALSE(config->GetInt(&value, (other + ".b." + name).c_str())) << other;
+        EXPECT_FALSE(config->GetInt(&value, (name + ".b." + other).c_str())) << other;
+      }
+    }
+  }
+}
+
 TEST(Reading, ValuesThroughLinks) {
   const ConfigPtr config = ParseText(
       "t",

@@ -70,8 +70,7 @@ struct CharClasses {
   std::array<Lead, 256> lead{};
   std::array<bool, 256> line_end{};
   std::array<bool, 256> string_end{};  // a line end or a quote
-  std::array<bool, 256> name_byte{};   // a later letter other than NUL
-  std::array<bool, 256> link_byte{};   // the same, or a dot
+  std::array<bool, 256> link_byte{};   // a letter of a path, or a dot
   std::array<bool, 256> number_byte{};
 };
 
@@ -82,8 +81,7 @@ constexpr CharClasses MakeCharClasses() {
     classes.lead[i] = LeadOf(c);
     classes.line_end[i] = IsLineEnd(c);
     classes.string_end[i] = IsLineEnd(c) || c == '"';
-    classes.name_byte[i] = IsLaterLetter(c) && c != '\0';
-    classes.link_byte[i] = classes.name_byte[i] || c == '.';
+    classes.link_byte[i] = IsPathLetter(c) || c == '.';
     classes.number_byte[i] = IsDigit(c) || c == '.' || c == '+' || c == '-' || c == 'e' ||
                              c == 'E' || c == 'd' || c == 'D';
   }

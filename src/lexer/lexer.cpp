@@ -3,18 +3,37 @@
 
 #include <cstring>
 
+#include "base/name_end.h"
+#include "base/sixteen_bytes.h"
 #include "lexer/char_class.h"
 #include "lexer/text_source.h"
 
 namespace confgrove {
 namespace {
 
-// The first byte from `at` on that the table has, or that it hasn't. A local pointer lets the
-// compiler keep it in a register.
-template <bool has, typename Table>
-const char* Search(const Table& table, const char* at) {
-  while (Look(table, *at) != has) ++at;
+// The first byte from `at` on that the table has. `answers` tells the same of sixteen bytes.
+template <typename Table, typename Answers>
+const char* Search(const Table& table, const Answers& answers, const char* at, const char* end) {
+  for (; SixteenBytes::Fit(at, end); at += SixteenBytesSize) {
+    const ByteBits found = answers(SixteenBytes(at)).bits();
+    if (found != 0) return at + LowestBit(found);
+  }
+  while (!Look(table, *at)) ++at;
   return at;
+}
+
+const char* LineEndFrom(const char* at, const char* end) {
+  const auto answers = [](SixteenBytes bytes) {
+    return bytes.Are('\n') | bytes.Are('\r') | bytes.Are('\0');
+  };
+  return Search(Classes.line_end, answers, at, end);
+}
+
+const char* StringEndFrom(const char* at, const char* end) {
+  const auto answers = [](SixteenBytes bytes) {
+    return bytes.Are('"') | bytes.Are('\n') | bytes.Are('\r') | bytes.Are('\0');
+  };
+  return Search(Classes.string_end, answers, at, end);
 }
 
 // Deep down in a tree a line is tabs for the most part. They are passed over by eight; what is left
@@ -148,7 +167,7 @@ bool Lexer::SkipSlash() {
 
 TokenKind Lexer::ReadString() {
   const char* begin = ++at_;
-  at_ = Search<true>(Classes.string_end, begin);
+  at_ = StringEndFrom(begin, end_);
   if (at_ == end_) return CutOff(begin - 1);
   bytes = Between(begin, at_);
   const char last = *at_++;
@@ -161,7 +180,7 @@ TokenKind Lexer::ReadString() {
 
 TokenKind Lexer::ReadComment() {
   const char* begin = ++at_;
-  at_ = Search<true>(Classes.line_end, begin);
+  at_ = LineEndFrom(begin, end_);
   if (at_ == end_) return CutOff(begin - 1);
   bytes = Between(begin, at_++);
   inline_comment = name_on_line_;
@@ -172,8 +191,9 @@ TokenKind Lexer::ReadComment() {
 // A name needs a byte behind it: at the end of the input it is lost. The same goes for a link.
 TokenKind Lexer::ReadName() {
   const char* begin = at_;
-  at_ = Search<false>(Classes.name_byte, begin);
-  while (*at_ == '\0' && at_ != end_) at_ = Search<false>(Classes.name_byte, at_ + 1);
+  const std::string_view piece = Between(piece_begin_, end_);
+  at_ = BehindName(piece, begin);
+  while (*at_ == '\0' && at_ != end_) at_ = BehindName(piece, at_ + 1);
   if (at_ == end_) return CutOff(begin);
   bytes = Between(begin, at_);
   name_on_line_ = true;

@@ -2,9 +2,11 @@
 #include <algorithm>
 #include <cfloat>
 #include <charconv>
+#include <cstring>
 #include <limits>
 #include <string>
 
+#include "base/sixteen_bytes.h"
 #include "lexer/char_class.h"
 #include "lexer/lexer.h"
 
@@ -94,18 +96,56 @@ bool IsTooLarge(std::string_view text) {
   return exponent > -place;
 }
 
+constexpr double PowersOfTen[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                  1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+
 constexpr std::uint64_t ValueOf(char digit) { return static_cast<std::uint64_t>(digit - '0'); }
+
+// The value of up to seven digits. Eight bytes are read, of a processor that has the first one
+// lowest. In each step what stands in neighbours is joined in one of twice the size.
+std::int64_t ValueOfDigits(const char* from, std::ptrdiff_t count) {
+  constexpr std::uint64_t Zeros = 0x3030303030303030;
+  constexpr std::uint64_t EvenPairs = 0x000000FF000000FF;
+  std::uint64_t eight = 0;
+  std::memcpy(&eight, from, sizeof eight);
+  eight = (eight - Zeros) << (56 - 8 * count) << 8;  // zeros in front of the digits, none behind
+  const std::uint64_t pairs = eight * 10 + (eight >> 8);
+  const std::uint64_t value = (pairs & EvenPairs) * (1000000ULL << 32 | 100) +
+                              (pairs >> 16 & EvenPairs) * (10000ULL << 32 | 1);
+  return static_cast<std::int64_t>(value >> 32);
+}
+
+// Reads a number of up to seven digits in front of the point and as many behind it, without a
+// branch on how many there are. Null if it has another form, or stands near the end.
+const char* ReadShortNumber(const char* from, const char* end, double* value) {
+  constexpr std::ptrdiff_t MostDigits = 7;
+  if (!SixteenBytes::Fit(from, end - sizeof(std::uint64_t))) return nullptr;
+  const SixteenBytes bytes(from);
+  const ByteBits points = bytes.Are('.').bits();
+  const std::ptrdiff_t minus = *from == '-' ? 1 : 0;
+  const ByteBits inside = bytes.AreWithin('0', '9').bits() | points | static_cast<ByteBits>(minus);
+  const int size = LowestBit(~inside);
+  const ByteBits points_inside = points & ((1U << size) - 1);
+  const int point = LowestBit(points_inside | 1U << size);
+  const std::ptrdiff_t whole = point - minus;
+  const std::ptrdiff_t decimals = size - point - (points_inside != 0 ? 1 : 0);
+  const bool has_more_points = (points_inside & (points_inside - 1)) != 0;
+  if (whole < 1 || whole > MostDigits || decimals > MostDigits || has_more_points ||
+      Look(Classes.number_byte, from[size])) {
+    return nullptr;
+  }
+  // Both are exact, so that their quotient is the double nearest to the number.
+  constexpr std::int64_t Scales[] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000};
+  constexpr double Signs[] = {1, -1};
+  const std::int64_t digits = ValueOfDigits(from + minus, whole) * Scales[decimals] +
+                              ValueOfDigits(from + size - decimals, decimals);
+  *value = static_cast<double>(digits) / PowersOfTen[decimals] * Signs[minus];
+  return from + size;
+}
 
 // Reads a number of the usual form, digits with a point among them at most and a sign in front at
 // most. Null if it is of another form, or too long to be exact; else the byte behind it.
 const char* ReadUsualNumber(const char* from, double* value) {
-#if FLT_EVAL_METHOD != 0  // the quotient would be rounded twice
-  static_cast<void>(from);
-  static_cast<void>(value);
-  return nullptr;
-#else
-  static constexpr double PowersOfTen[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                           1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
   constexpr std::ptrdiff_t MostDigits = 15;  // so many fit a double without rounding
   const bool minus = *from == '-';
   const char* begin = minus ? from + 1 : from;
@@ -123,11 +163,16 @@ const char* ReadUsualNumber(const char* from, double* value) {
     if (count > MostDigits) return nullptr;
   }
   if (Look(Classes.number_byte, *at)) return nullptr;
-  // Both are exact, so that their quotient is the double nearest to the number.
   *value = static_cast<double>(static_cast<std::int64_t>(digits)) / PowersOfTen[decimals];
   if (minus) *value = -*value;
   return at;
-#endif
+}
+
+// Either of them, where a quotient isn't rounded twice.
+const char* ReadExactNumber(const char* from, const char* end, double* value) {
+  if constexpr (FLT_EVAL_METHOD != 0) return nullptr;
+  const char* const behind = ReadShortNumber(from, end, value);
+  return behind != nullptr ? behind : ReadUsualNumber(from, value);
 }
 
 // The value of the longest part of `text` from its beginning on that is a number; 0 without one.
@@ -153,7 +198,7 @@ double ToDouble(std::string_view text) {
 
 TokenKind Lexer::ReadNumber() {
   const char* const begin = at_;
-  const char* const behind = ReadUsualNumber(begin, &number);
+  const char* const behind = ReadExactNumber(begin, end_, &number);
   if (behind == nullptr) return ReadUnusualNumber();
   at_ = behind;
   bytes = {begin, static_cast<std::size_t>(behind - begin)};

@@ -14,7 +14,7 @@ bool IsWarning(Code code) { return code >= Code::ZeroNumber; }
 std::size_t WordEnd(std::string_view text, std::size_t place) {
   text = text.substr(0, place + LongestLook);
   while (place < text.size() &&
-         (Look(Classes.name_byte, text[place]) || Look(Classes.number_byte, text[place]))) {
+         (IsPathLetter(text[place]) || Look(Classes.number_byte, text[place]))) {
     ++place;
   }
   return place;

@@ -80,11 +80,40 @@ std::uint32_t Tag(std::string_view name) {
          static_cast<std::uint32_t>(name.size() & 0xFF) << 24;
 }
 
+// Compares word by word; the last one may share bytes with the one before.
+template <typename Word>
+bool AreSameWords(const char* text, const char* other, std::size_t size) {
+  const auto differ_at = [text, other](std::size_t place) {
+    Word words[2];
+    std::memcpy(&words[0], text + place, sizeof(Word));
+    std::memcpy(&words[1], other + place, sizeof(Word));
+    return words[0] != words[1];
+  };
+  const std::size_t last = size - sizeof(Word);
+  for (std::size_t place = 0; place < last; place += sizeof(Word)) {
+    if (differ_at(place)) return false;
+  }
+  return !differ_at(last);
+}
+
+// Most names have one or two words, for which this takes less than a call does.
+bool AreSame(std::string_view name, std::string_view other) {
+  const std::size_t size = name.size();
+  if (size != other.size()) return false;
+  if (size >= sizeof(std::uint64_t)) {
+    return AreSameWords<std::uint64_t>(name.data(), other.data(), size);
+  }
+  if (size >= sizeof(std::uint32_t)) {
+    return AreSameWords<std::uint32_t>(name.data(), other.data(), size);
+  }
+  return size == 0 || AreSameWords<char>(name.data(), other.data(), size);
+}
+
 }  // namespace
 
 inline RealSection* Children::FindTagged(std::string_view name, std::uint32_t tag) const {
   for (std::int32_t i = 0; i < size_; ++i) {
-    if (tags()[i] == tag && at(i)->name() == name) return at(i);
+    if (tags()[i] == tag && AreSame(at(i)->name(), name)) return at(i);
   }
   return nullptr;
 }
@@ -94,7 +123,7 @@ inline RealSection* Children::FindTagged(std::string_view name, std::uint32_t ta
 inline std::int32_t* Children::FindSlot(std::string_view name, std::uint32_t hash) const {
   for (std::uint32_t slot = hash & Mask();; slot = (slot + 1) & Mask()) {
     const std::int32_t index = slots_[slot];
-    if (index == Empty || (tags()[index] == hash && at(index)->name() == name)) {
+    if (index == Empty || (tags()[index] == hash && AreSame(at(index)->name(), name))) {
       return &slots_[slot];
     }
   }

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "base/letters.h"
+#include "base/name_end.h"
 #include "base/trace.h"
 #include "tree/path.h"
 #include "tree/root_section.h"
@@ -62,7 +63,7 @@ RealSection* RealSection::Follow(std::string_view path, Miss* miss) {
   assert(!IsPathLetter(*end));
   for (;;) {
     const char* const begin = at;
-    while (IsPathLetter(*at)) ++at;
+    at = BehindName(path, at);
     const std::string_view component(begin, static_cast<std::size_t>(at - begin));
     RealSection* child = current->FindChild(component);
     if (child != nullptr && at == end) return child;
