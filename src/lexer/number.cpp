@@ -96,8 +96,8 @@ bool IsTooLarge(std::string_view text) {
   return exponent > -place;
 }
 
-constexpr double PowersOfTen[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                  1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+constexpr double Divisors[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                               1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
 
 constexpr std::uint64_t ValueOf(char digit) { return static_cast<std::uint64_t>(digit - '0'); }
 
@@ -139,7 +139,7 @@ const char* ReadShortNumber(const char* from, const char* end, double* value) {
   constexpr double Signs[] = {1, -1};
   const std::int64_t digits = ValueOfDigits(from + minus, whole) * Scales[decimals] +
                               ValueOfDigits(from + size - decimals, decimals);
-  *value = static_cast<double>(digits) / PowersOfTen[decimals] * Signs[minus];
+  *value = static_cast<double>(digits) / Divisors[decimals] * Signs[minus];
   return from + size;
 }
 
@@ -163,7 +163,7 @@ const char* ReadUsualNumber(const char* from, double* value) {
     if (count > MostDigits) return nullptr;
   }
   if (Look(Classes.number_byte, *at)) return nullptr;
-  *value = static_cast<double>(static_cast<std::int64_t>(digits)) / PowersOfTen[decimals];
+  *value = static_cast<double>(static_cast<std::int64_t>(digits)) / Divisors[decimals];
   if (minus) *value = -*value;
   return at;
 }
