@@ -26,8 +26,10 @@ constexpr ByteBits AllSixteen = 0xFFFF;
 
 class SixteenBytes {
  public:
-  // Whether so many stand between the two.
-  static bool Fit(const char* begin, const char* end) { return end - begin >= SixteenBytesSize; }
+  // Whether so many stand between the two, with `more` behind them.
+  static bool Fit(const char* begin, const char* end, std::ptrdiff_t more = 0) {
+    return end - begin >= SixteenBytesSize + more;
+  }
 
   explicit SixteenBytes(const char* begin)
       : bytes_(_mm_loadu_si128(reinterpret_cast<const __m128i*>(begin))) {}
@@ -70,7 +72,7 @@ inline int LowestBit(ByteBits bits) { return __builtin_ctz(bits); }
 
 class SixteenBytes {
  public:
-  static bool Fit(const char*, const char*) { return false; }
+  static bool Fit(const char*, const char*, std::ptrdiff_t = 0) { return false; }
 
   explicit SixteenBytes(const char*) {}
   SixteenBytes WithBits(char) const { return *this; }

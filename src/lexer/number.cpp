@@ -119,7 +119,8 @@ std::int64_t ValueOfDigits(const char* from, std::ptrdiff_t count) {
 // branch on how many there are. Null if it has another form, or stands near the end.
 const char* ReadShortNumber(const char* from, const char* end, double* value) {
   constexpr std::ptrdiff_t MostDigits = 7;
-  if (!SixteenBytes::Fit(from, end - sizeof(std::uint64_t))) return nullptr;
+  constexpr std::ptrdiff_t ReadAtOnce = 8;  // when a value is computed
+  if (!SixteenBytes::Fit(from, end, ReadAtOnce)) return nullptr;
   const SixteenBytes bytes(from);
   const ByteBits points = bytes.Are('.').bits();
   const std::ptrdiff_t minus = *from == '-' ? 1 : 0;
