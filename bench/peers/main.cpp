@@ -5,8 +5,8 @@
 //   bench_peers --run KIND PEER INPUT OUTPUT TASK   one run; the first form calls this
 //
 // Each run is a process of its own, so that none finds the heap as another left it. The runs go
-// round: the first of each library, then the second of each. A library with runs that were
-// disturbed by what else goes on in the machine gets more, and the least disturbed count.
+// round: the first of each library, then the second of each. A run that was disturbed by what else
+// goes on in the machine is repeated.
 #include <algorithm>
 #include <cstdio>
 #include <exception>
@@ -49,7 +49,7 @@ constexpr int Patience = 20;
 struct Options {
   std::string program;
   std::size_t runs = 7;
-  std::size_t repeats = 2;  // at most, for each run that was disturbed
+  int repeats = 2;  // of a run that was disturbed
   bool quick = false;
   std::vector<std::string> trees;
   std::vector<std::string> peers;
@@ -98,20 +98,20 @@ class Comparison {
     for (Row& row : rows) {
       row.live = RunApart(options_.program, "check", *row.peer, PlaceOf(row, directory))[Live];
     }
-    for (std::size_t round = 0; round < options_.runs * (1 + options_.repeats); ++round) {
+    for (std::size_t run = 0; run < options_.runs; ++run) {
       for (Row& row : rows) {
-        if (!HasEnough(row)) AddTurn(&row, PlaceOf(row, directory));
+        if (run == 0 || row.samples[0][Warm] > 0) AddSample(&row, PlaceOf(row, directory));
       }
     }
-    for (Row& row : rows) KeepCalmest(&row);
     PrintTable(rows);
   }
 
   void PrintNoise() const {
     std::printf(
-        "\nThe loop takes %.1f ms undisturbed. Of %zu runs %zu count, of which %zu were "
-        "disturbed.\n",
-        1000 * calm_, runs_, kept_, disturbed_);
+        "\nThe loop takes %.1f ms undisturbed. Of %d runs %d were disturbed and repeated, %d of "
+        "them in "
+        "vain.\n",
+        1000 * calm_, runs_, repeated_, kept_);
   }
 
  private:
@@ -149,48 +149,32 @@ class Comparison {
     return Figure(static_cast<double>(task.sections)) + " sections, " + size + " bytes";
   }
 
-  void AddTurn(Row* row, const Place& place) {
+  void AddSample(Row* row, const Place& place) {
     ++runs_;
-    double before = Loop();
-    for (int loop = 0; loop < Patience && before > Disturbed * calm_; ++loop) before = Loop();
-    MakeMemoryReady();
-    const Sample sample = RunApart(options_.program, "time", *row->peer, place);
-    row->turns.push_back({sample, std::max(before, Loop())});
+    bool is_disturbed = true;
+    Sample sample{};
+    for (int attempt = 0; is_disturbed && attempt <= options_.repeats; ++attempt) {
+      for (int loop = 0; loop < Patience && IsDisturbed(); ++loop) continue;
+      MakeMemoryReady();
+      sample = RunApart(options_.program, "time", *row->peer, place);
+      is_disturbed = IsDisturbed();
+      repeated_ += is_disturbed && attempt == 0;
+    }
+    row->disturbed += is_disturbed;
+    kept_ += is_disturbed;
+    row->samples.push_back(sample);
   }
 
-  // One loop alone may be unlucky. What is calm is learned on the way, since the machine may have
-  // begun in a slow hour.
-  double Loop() {
-    const double best = std::min({LoopSeconds(), LoopSeconds(), LoopSeconds()});
-    calm_ = std::min(calm_, best);
-    return best;
-  }
-
-  std::size_t CountCalm(const Row& row) const {
-    return static_cast<std::size_t>(
-        std::count_if(row.turns.begin(), row.turns.end(),
-                      [this](const Turn& turn) { return turn.loop <= Disturbed * calm_; }));
-  }
-
-  bool HasEnough(const Row& row) const {
-    const bool takes_too_long = !row.turns.empty() && row.turns[0].sample[Warm] == 0;
-    return takes_too_long || CountCalm(row) >= options_.runs;
-  }
-
-  void KeepCalmest(Row* row) {
-    std::sort(row->turns.begin(), row->turns.end(),
-              [](const Turn& one, const Turn& other) { return one.loop < other.loop; });
-    row->turns.resize(std::min(row->turns.size(), options_.runs));
-    row->disturbed = row->turns.size() - CountCalm(*row);
-    kept_ += row->turns.size();
-    disturbed_ += row->disturbed;
+  // One loop alone may be unlucky.
+  bool IsDisturbed() const {
+    return std::min({LoopSeconds(), LoopSeconds(), LoopSeconds()}) > Disturbed * calm_;
   }
 
   const Options options_;
-  double calm_;                // what the loop takes undisturbed, in seconds
-  std::size_t runs_ = 0;       // in all
-  std::size_t kept_ = 0;       // of them
-  std::size_t disturbed_ = 0;  // of those
+  const double calm_;
+  int runs_ = 0;
+  int repeated_ = 0;  // of the runs
+  int kept_ = 0;      // of those
 };
 
 Options Parse(const std::string& program, const std::vector<std::string>& arguments) {
@@ -204,7 +188,7 @@ Options Parse(const std::string& program, const std::vector<std::string>& argume
     } else if (arguments[i] == "--tree" && i + 1 < arguments.size()) {
       options.trees.push_back(arguments[++i]);
     } else if (arguments[i] == "--repeats" && i + 1 < arguments.size()) {
-      options.repeats = std::stoul(arguments[++i]);
+      options.repeats = std::stoi(arguments[++i]);
     } else if (arguments[i].rfind('-', 0) != 0) {
       options.peers.push_back(arguments[i]);
     } else {

@@ -14,7 +14,7 @@ constexpr const char* Titles[MeasureCount] = {"first load",   "warm load", "look
 double Median(const Row& row, Measure measure) {
   if (measure == Live) return row.live;
   std::vector<double> values;
-  for (const Turn& turn : row.turns) values.push_back(turn.sample[measure]);
+  for (const Sample& sample : row.samples) values.push_back(sample[measure]);
   std::sort(values.begin(), values.end());
   return values[values.size() / 2];
 }
@@ -53,7 +53,7 @@ void PrintTable(const std::vector<Row>& rows) {
       const auto measure = static_cast<Measure>(i);
       std::cout << Cell(Median(row, measure), Median(rows[0], measure));
     }
-    std::cout << row.turns.size();
+    std::cout << row.samples.size();
     if (row.disturbed > 0) std::cout << ", " << row.disturbed << " disturbed";
     std::cout << " |\n";
   }

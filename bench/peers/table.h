@@ -2,7 +2,6 @@
 #ifndef CONFGROVE_BENCH_PEERS_TABLE_H
 #define CONFGROVE_BENCH_PEERS_TABLE_H
 
-#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -10,17 +9,11 @@
 
 namespace bench {
 
-// What a run gave, and how quiet the machine was.
-struct Turn {
-  Sample sample;
-  double loop;  // seconds that the loop took before or after it, whichever took longer
-};
-
 struct Row {
   const PeerEntry* peer;
-  std::vector<Turn> turns;
-  double live = 0;            // bytes a section
-  std::size_t disturbed = 0;  // of the turns
+  std::vector<Sample> samples;
+  double live = 0;    // bytes a section
+  int disturbed = 0;  // of the samples
 };
 
 // "1,049", or "9.7" where a whole number would say too little.
